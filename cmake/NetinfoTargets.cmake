@@ -47,6 +47,9 @@ else()
     target_link_options(netinfo_options INTERFACE -Wl,--no-undefined)
 endif()
 
+# What a user runs, without tests and benchmarks.
+add_custom_target(application)
+
 # The contract's headers; nothing to build.
 add_library(netinfo_contract INTERFACE)
 target_include_directories(netinfo_contract INTERFACE ${PROJECT_SOURCE_DIR}/include)
@@ -60,6 +63,7 @@ function(netinfo_library name)
         VERSION ${PROJECT_VERSION} SOVERSION 0
         INSTALL_RPATH "$ORIGIN")
     install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} NAMELINK_SKIP)
+    add_dependencies(application ${name})
 endfunction()
 
 # netinfo_plugin(NAME SOURCES...): a plug-in that the host loads at run time. It is a shared library rather than a
@@ -71,6 +75,7 @@ function(netinfo_plugin name)
         LIBRARY_OUTPUT_DIRECTORY ${NETINFO_PLUGIN_DIR}
         INSTALL_RPATH "$ORIGIN:$ORIGIN/../..")
     install(TARGETS ${name} LIBRARY DESTINATION ${NETINFO_PLUGIN_INSTALL_DIR})
+    add_dependencies(application ${name})
 endfunction()
 
 # netinfo_program(NAME SOURCES...): a program that is installed.
@@ -81,6 +86,7 @@ function(netinfo_program name)
         RUNTIME_OUTPUT_DIRECTORY ${NETINFO_BIN_DIR}
         INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     install(TARGETS ${name} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    add_dependencies(application ${name})
 endfunction()
 
 # netinfo_test(NAME SOURCES... [LIBRARIES ...]): a QtTest program, run by CTest off screen in UTC with a home of its own.
