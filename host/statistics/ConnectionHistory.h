@@ -136,14 +136,18 @@ enum class FileFormat { Csv, Json, Pppd };
 
 struct ImportOptions {
     FileFormat format = FileFormat::Csv;
-    std::string sourceName;                   ///< File name for messages.
-    std::string profile;                      ///< For pppd logs: the profile of every record.
-    std::function<void(std::uint64_t done, std::uint64_t total)> progress; ///< May be empty; total in bytes.
+    std::string sourceName;   ///< File name for messages.
+    std::string profile;      ///< For pppd logs: the profile of every record.
+    std::int64_t logTime = 0; ///< For pppd logs whose stamps carry no year: no line is later than this. 0: now.
+    std::int64_t shiftTo = 0; ///< Unless 0, all times move by the same whole number of days, so that the latest
+                              ///< connection ended on the local day before this moment.
+    std::function<void(std::uint64_t done, std::uint64_t total)> progress; ///< Counts records; may be empty.
 };
 
 struct ImportResult {
     std::size_t added = 0;
-    std::size_t alreadyThere = 0; ///< Records equal to one in the history, which were left out.
+    std::size_t alreadyThere = 0;     ///< Records equal to one in the history, which were left out.
+    std::vector<std::string> skipped; ///< One message a connection of a log that has no totals, with file and line.
 };
 
 /// One history file. Not for use by several threads at once; any number of processes may have the file open.
