@@ -1,0 +1,8 @@
+#include "ui/Startup.h"
+
+#include "HostUi.h"
+
+IPluginContainer *Startup::GetPluginContainer()
+{
+    return HostUi::instance()->pluginContainer();
+}
