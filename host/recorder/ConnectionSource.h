@@ -41,9 +41,9 @@ struct ConnectionInfo {
     int interfaceIndex = 0;
     QString serviceOwner; ///< Unique bus name of the network service, or the source's own identity.
     QString activePath;   ///< Its object path there. The source recognises its open rows by it, see owns().
-    /// The link was made for this connection, so that everything that its counters hold belongs to it. Otherwise the
-    /// counters' present values are where counting starts.
-    bool countFromZero = false;
+    /// Where counting starts: zero for a link that was made for this connection. Nothing: at the counters' present
+    /// values.
+    std::optional<Counters> baseline;
     std::shared_ptr<CounterReader> counters; ///< Never null.
 };
 
@@ -59,6 +59,8 @@ public:
     virtual void start() = 0;
     /// Falls silent. Connections that are up stay up; whoever records next resumes them. start() may follow.
     virtual void stop() = 0;
+    /// Looks whether what was announced still holds: the machine slept, or something may have been missed.
+    virtual void refresh() {}
     /// Whether an open row that was left behind by an earlier recorder is this source's to resume or to end.
     virtual bool owns(const zelk::OpenConnection &row) const = 0;
     /// What this source does not see and why; Status::Ok while all is well.

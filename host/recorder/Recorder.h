@@ -14,6 +14,7 @@ namespace recorder {
 struct Announcement {
     qint64 connection = 0; ///< Key of the open row; the same for whoever records, also after a change of recorder.
     qint64 record = 0;     ///< Key of the finished record; 0 while the connection is up.
+    bool confirmed = true; ///< False for a row that was left behind, while it is unknown whether it is still up.
     QString profile;
     QString profileName;
     QString type;
