@@ -1,0 +1,140 @@
+"""The real host on a test's desktop: started, looked at, used with mouse and keys, and stopped."""
+
+import os
+import pathlib
+import signal
+import subprocess
+
+from .waiting import PATIENCE, wait_until
+from .widgets import ask, centre
+
+BUILD = pathlib.Path(os.environ['NETINFO_BUILD_DIR'])
+PROGRAM = pathlib.Path(os.environ['NETINFO_BIN_DIR']) / 'netinfo-host'
+TABLE = 'QTableWidget'
+
+
+class Host:
+    """Use as a context manager. Every look asks the program anew; nothing is remembered between looks."""
+
+    def __init__(self, desktop, *arguments, language='en', summary=True, environment=None):
+        self.desktop = desktop
+        self.arguments = arguments
+        self._probe = desktop.root / 'probe'
+        self._log = desktop.root / 'host.log'
+        self._settings = desktop.root / 'config' / 'netinfo' / 'netinfo.ini'
+        self._language = language
+        self._summary = summary
+        self._environment = environment or {}
+        self._process = None
+
+    def __enter__(self):
+        self._settings.parent.mkdir(parents=True, exist_ok=True)
+        self._settings.write_text(f'[Host]\nLanguage={self._language}\n\n[NetInfoRecordUIPlugin]\n'
+                                  f'WhetherShowNotesbox={"true" if self._summary else "false"}\n')
+        self._probe.unlink(missing_ok=True)
+        environment = {**self.desktop.environment, **self._environment,
+                       'QT_PLUGIN_PATH': str(BUILD / 'tests' / 'qtplugins'),
+                       'QT_QPA_GENERIC_PLUGINS': f'netinfoprobe:{self._probe}'}
+        with open(self._log, 'w') as log:
+            self._process = self.desktop.start([str(PROGRAM), *self.arguments], env=environment, stdout=log,
+                                               stderr=subprocess.STDOUT)
+        try:
+            self.wait_for(self.table, 'the history page')
+        except AssertionError as error:
+            self.__exit__()
+            raise AssertionError(f'{error}\nThe host said:\n{self.log()}') from None
+        return self
+
+    def __exit__(self, *_):
+        if self._process.poll() is None:
+            self._process.send_signal(signal.SIGTERM)
+            try:
+                self._process.wait(timeout=PATIENCE)
+            except subprocess.TimeoutExpired:
+                self._process.kill()
+                self._process.wait()
+        self.desktop.forget(self._process)
+
+    # -- looking -------------------------------------------------------------------------------------------------
+
+    def log(self):
+        """Everything that the host has written."""
+        return self._log.read_text(errors='replace')
+
+    def windows(self):
+        if self._process.poll() is not None:
+            raise AssertionError(f'The host ended with {self._process.returncode}:\n{self.log()}')
+        return ask(self._probe)
+
+    def main_window(self):
+        """The window with the history table."""
+        for window in self.windows():
+            if window.find_all(kind=TABLE):
+                return window
+        raise LookupError('no window shows a table')
+
+    def table(self):
+        return self.main_window().find(kind=TABLE)
+
+    def rows(self):
+        """The table's rows as lists of the six texts shown."""
+        return [row['cells'] for row in self.table().rows]
+
+    def window(self, title):
+        """The visible window of this title; LookupError when there is none."""
+        for window in self.windows():
+            if window.title == title:
+                return window
+        raise LookupError(f'no window {title!r}')
+
+    def menu(self):
+        """The open popup menu; LookupError when none is open."""
+        for window in self.windows():
+            if window.popup:
+                return window
+        raise LookupError('no menu is open')
+
+    def wait_for(self, look, what):
+        """Waits until look() finds something that has come to rest: twice the same, at the same place."""
+        def resting():
+            first = look()
+            return first if first and vars_of(look()) == vars_of(first) else None
+        return wait_until(resting, what)
+
+    def wait_for_window(self, title):
+        """Waits for a window that has the focus and is where it will stay."""
+        def look():
+            window = self.window(title)
+            return window if window.active else None
+        return self.wait_for(look, f'an active window {title!r}')
+
+    def wait_until_gone(self, title):
+        wait_until(lambda: title not in [window.title for window in self.windows()], f'{title!r} to go')
+
+    # -- using ---------------------------------------------------------------------------------------------------
+
+    def click(self, widget, button=1, modifier=None):
+        self.desktop.click(*widget.centre, button, modifier)
+
+    def click_entry(self, menu, text):
+        self.desktop.click(*centre(menu.entry(text)['rect']))
+
+    def press(self, *keys):
+        self.desktop.key(*keys)
+
+    def select_rows(self, *rows):
+        """Clicks the first of these rows, and the others with Ctrl held down, until exactly they are selected."""
+        table = self.wait_for(self.table, 'the table')
+        for count, row in enumerate(rows):
+            x, y, _, height = table.rows[row]['rect']
+            self.desktop.click(x + 20, y + height // 2, modifier='ctrl' if count else None)
+            expected = sorted(rows[:count + 1])
+            wait_until(lambda: self.selected_rows() == expected, f'rows {expected} to be selected')
+
+    def selected_rows(self):
+        return [number for number, row in enumerate(self.table().rows) if row['selected']]
+
+
+def vars_of(widget):
+    """All that is known of a widget, for comparing two looks."""
+    return widget.data if hasattr(widget, 'data') else widget
