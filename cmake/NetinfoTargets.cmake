@@ -43,7 +43,7 @@ if(NETINFO_SANITIZE)
     target_compile_options(netinfo_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(netinfo_options INTERFACE -fsanitize=address,undefined)
-else()
+elseif(NOT NETINFO_QT EQUAL 4) # with 4 the host that loads the plug-in supplies its symbols
     target_link_options(netinfo_options INTERFACE -Wl,--no-undefined)
 endif()
 

@@ -1,0 +1,663 @@
+// The connection-history page. Tests of freshly made objects are not idle: they are made with the allocation that
+// answers null, so that a machine short of memory loses a row or a menu and not the host's process.
+#include "ConnectionHistoryDlg.h"
+
+#include "Conversion.h"
+#include "NetInfoRecordLogic.h"
+#include "Trace.h"
+#include "ui/Change.h"
+#include "ui/CommonUtils.h"
+#include "ui/ExtendDialog.h"
+
+#include <QAction>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHash>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QPainter>
+#include <QPen>
+#include <QPointer>
+#include <QPushButton>
+#include <QShortcut>
+#include <QTableWidget>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+static const trace::Unit s_traceUnit = {"../../src/NetInfoRecordUIPlugin/ConnectionHistoryDlg", nullptr};
+
+static const int s_columnCount = 6;
+static const int s_rowHeight = 14;
+
+ConnectionHistoryDlg *ConnectionHistoryDlg::m_pConnectionHistoryInst = nullptr;
+
+namespace {
+
+/// Keeps a header from searching its sections' positions after each change of size, which makes setting the height of
+/// every row quadratic.
+class HeaderPause
+{
+public:
+    explicit HeaderPause(QHeaderView *header) : m_header(header), m_wasEnabled(header->updatesEnabled())
+    {
+        m_header->setUpdatesEnabled(false);
+    }
+    ~HeaderPause() { m_header->setUpdatesEnabled(m_wasEnabled); }
+
+private:
+    Q_DISABLE_COPY(HeaderPause)
+
+    QHeaderView *m_header;
+    bool m_wasEnabled;
+};
+
+QVariant displayValue(const ConnectionRecord &record, int column)
+{
+    switch (column) {
+    case 0:
+        return record.strApn;
+    case 1:
+        return conversion::stampValue(record.strStartTime);
+    case 2:
+        return conversion::stampValue(record.strEndTime);
+    case 3:
+        return record.strConnectedTime;
+    case 4:
+        return record.strUploaded;
+    default:
+        return record.strDownloaded;
+    }
+}
+
+/// The record that a cell links to; null for every cell outside the first column.
+ConnectionRecord *linkedRecord(const QTableWidgetItem &item)
+{
+    return compat::pointerFromVariant<ConnectionRecord>(item.data(Qt::UserRole));
+}
+
+} // namespace
+
+GridDelegateLayout::GridDelegateLayout() {}
+
+GridDelegateLayout::~GridDelegateLayout() {}
+
+void GridDelegateLayout::drawFocus(QPainter *painter, const QStyleOptionViewItem &option, const QRect &) const
+{
+    if (!(option.state & QStyle::State_HasFocus))
+        return;
+    QPen pen(Qt::white);
+    pen.setWidth(0);
+    painter->setPen(pen);
+}
+
+ConnectionHistoryDlg *ConnectionHistoryDlg::Instance()
+{
+    TRACE(trace::Start);
+    if (!m_pConnectionHistoryInst)
+        m_pConnectionHistoryInst = new ConnectionHistoryDlg;
+    TRACE(trace::End);
+    return m_pConnectionHistoryInst;
+}
+
+void ConnectionHistoryDlg::Destroy()
+{
+    TRACE(trace::Start);
+    delete m_pConnectionHistoryInst;
+    m_pConnectionHistoryInst = nullptr;
+    TRACE(trace::End);
+}
+
+ConnectionHistoryDlg::ConnectionHistoryDlg()
+    : QWidget(nullptr)
+    , m_pConnectionHistoryWidget(new (std::nothrow) QWidget)
+    , m_pConnectionTblTreeWidget(new (std::nothrow) QTableWidget(m_pConnectionHistoryWidget))
+    , m_pNetInfoRecordLogic(nullptr)
+    , m_pTableMenu(nullptr)
+    , m_pDeleteAction(nullptr)
+    , m_pDeleteAllAction(nullptr)
+    , m_pGridDelegate(new (std::nothrow) GridDelegateLayout)
+    , m_pLastConnectionDlg(nullptr)
+    , m_pLastConnectionWidget(nullptr)
+    , m_pStatisticGroup(nullptr)
+    , m_pOkButton(nullptr)
+    , m_pDownloadedValueLabel(nullptr)
+    , m_pUploadedValueLabel(nullptr)
+    , m_pTransferTimeValueLabel(nullptr)
+    , m_pDownloadedCaptionLabel(nullptr)
+    , m_pUploadedCaptionLabel(nullptr)
+    , m_pTransferTimeCaptionLabel(nullptr)
+    , m_pDeleteShortcut(new (std::nothrow) QShortcut(m_pConnectionTblTreeWidget))
+    , m_pMenuDeleteShortcut(nullptr)
+    , m_pMenuDShortcut(nullptr)
+    , m_pMenuAShortcut(nullptr)
+    , m_pNoteLabel(new (std::nothrow) QLabel)
+{
+    TRACE(trace::StartFile);
+    m_pNetInfoRecordLogic = NetInfoRecordLogic::Instance();
+    TRACE(trace::EndFile);
+}
+
+ConnectionHistoryDlg::~ConnectionHistoryDlg()
+{
+    try {
+        TRACE(trace::StartFile);
+        ReleaseTable();
+        destroyWidgets();
+        NetInfoRecordLogic::Destroy();
+        forgetEverything();
+        TRACE(trace::EndFile);
+    } catch (...) {
+        // The host is unloading the library; there is nobody left to tell.
+    }
+}
+
+void ConnectionHistoryDlg::destroyWidgets()
+{
+    if (m_pConnectionTblTreeWidget) {
+        for (int column = 0; column < s_columnCount; ++column)
+            delete m_pConnectionTblTreeWidget->horizontalHeaderItem(column);
+        delete m_pConnectionTblTreeWidget->itemDelegate();
+    }
+    delete m_pLastConnectionDlg;
+    m_pLastConnectionDlg = nullptr;
+    delete m_pConnectionTblTreeWidget;
+    m_pConnectionTblTreeWidget = nullptr;
+    delete m_pConnectionHistoryWidget;
+    m_pConnectionHistoryWidget = nullptr;
+}
+
+void ConnectionHistoryDlg::forgetEverything()
+{
+    m_pNetInfoRecordLogic = nullptr;
+    m_pTableMenu = nullptr;
+    m_pDeleteAction = nullptr;
+    m_pDeleteAllAction = nullptr;
+    m_pLastConnectionWidget = nullptr;
+    m_pStatisticGroup = nullptr;
+    m_pOkButton = nullptr;
+    m_pDownloadedValueLabel = nullptr;
+    m_pUploadedValueLabel = nullptr;
+    m_pTransferTimeValueLabel = nullptr;
+    m_pDownloadedCaptionLabel = nullptr;
+    m_pUploadedCaptionLabel = nullptr;
+    m_pTransferTimeCaptionLabel = nullptr;
+    m_pMenuDeleteShortcut = nullptr;
+    m_pMenuDShortcut = nullptr;
+    m_pMenuAShortcut = nullptr;
+}
+
+void ConnectionHistoryDlg::Init()
+{
+    TRACE(trace::StartFile);
+    if (!m_pConnectionTblTreeWidget || !m_pConnectionHistoryWidget) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    m_pConnectionTblTreeWidget->setObjectName(QString::fromUtf8("m_pConnectionTblTreeWidget"));
+    if (!layOut()) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    uiSetText();
+    if (m_pNetInfoRecordLogic) {
+        m_pNetInfoRecordLogic->m_vecAccumulate = QVector<AccumulateDialogRecord>();
+        m_pNetInfoRecordLogic->m_hash = QHash<int, ConnectionRecord *>();
+        m_pNetInfoRecordLogic->GetAllConnectedRecords();
+    }
+    populateTable();
+    connect(m_pDeleteShortcut, SIGNAL(activated()), this, SLOT(onDelete()));
+    connect(m_pConnectionTblTreeWidget, SIGNAL(customContextMenuRequested(const QPoint &)), this,
+            SLOT(showTableContextMenu(const QPoint &)));
+    TRACE(trace::EndFile);
+}
+
+/// False when a piece is missing.
+bool ConnectionHistoryDlg::layOut()
+{
+    std::unique_ptr<QVBoxLayout> page(new (std::nothrow) QVBoxLayout);
+    if (!page || !m_pDeleteShortcut || !m_pNoteLabel)
+        return false;
+    m_pDeleteShortcut->setKey(QKeySequence(Qt::Key_Delete));
+    page->addWidget(m_pConnectionTblTreeWidget);
+    QHBoxLayout *const noteRow = new (std::nothrow) QHBoxLayout;
+    if (!noteRow)
+        return false;
+    m_pNoteLabel->setFixedHeight(35);
+    noteRow->addWidget(m_pNoteLabel, 1);
+    page->addLayout(noteRow);
+    m_pConnectionHistoryWidget->setLayout(page.release());
+    return true;
+}
+
+void ConnectionHistoryDlg::uiSetText()
+{
+    TRACE(trace::StartFile);
+    QTableWidgetItem *items[s_columnCount];
+    bool isComplete = true;
+    for (int column = s_columnCount - 1; column >= 0; --column) {
+        items[column] = new (std::nothrow) QTableWidgetItem(0);
+        isComplete = isComplete && items[column];
+    }
+    if (!isComplete || !m_pConnectionTblTreeWidget || !m_pNoteLabel) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    m_pConnectionTblTreeWidget->setObjectName(QLatin1String("Empty Table")); // style sheets know it by this name
+    m_pConnectionTblTreeWidget->setColumnCount(s_columnCount);
+    m_pConnectionTblTreeWidget->setWordWrap(false);
+    if (m_pGridDelegate)
+        m_pConnectionTblTreeWidget->setItemDelegate(m_pGridDelegate);
+    setHeaderItems(items);
+    setTableBehaviour();
+    m_pNoteLabel->setText(tr("IDS_STC_EXPLAIN_TEXT"));
+    m_pNoteLabel->setObjectName(QLatin1String("NetInfoRecordUIPlugin_LabelNote"));
+    QHeaderView *const header = m_pConnectionTblTreeWidget->horizontalHeader();
+    if (!header) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setTextElideMode(Qt::ElideRight);
+    TRACE(trace::EndFile);
+}
+
+/// The table takes the items and deletes those of the previous language.
+void ConnectionHistoryDlg::setHeaderItems(QTableWidgetItem *const *items)
+{
+    static const char *const ids[s_columnCount] = {"IDS_LIST_APN",      "IDS_LIST_STARTTIME",
+                                                   "IDS_LIST_ENDTIME",  "IDS_LIST_CONNECTEDTIME",
+                                                   "IDS_LIST_UPLOADED", "IDS_LIST_DOWNLOADED"};
+    for (int column = 0; column < s_columnCount; ++column) {
+        m_pConnectionTblTreeWidget->setHorizontalHeaderItem(column, items[column]);
+        items[column]->setData(Qt::DisplayRole, tr(QLatin1String(ids[column])));
+    }
+}
+
+void ConnectionHistoryDlg::setTableBehaviour()
+{
+    static const int widths[s_columnCount] = {110, 135, 135, 110, 110, 110};
+    m_pConnectionTblTreeWidget->setContextMenuPolicy(Qt::CustomContextMenu);
+    m_pConnectionTblTreeWidget->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_pConnectionTblTreeWidget->setShowGrid(false);
+    m_pConnectionTblTreeWidget->verticalHeader()->setVisible(false);
+    for (int column = 0; column < s_columnCount; ++column)
+        m_pConnectionTblTreeWidget->setColumnWidth(column, widths[column]);
+}
+
+QString ConnectionHistoryDlg::tr(QString id)
+{
+    TRACE(trace::Start);
+    return Change::tr(id, QLatin1String("NetInfoRecordUIPlugin"));
+}
+
+bool ConnectionHistoryDlg::ShowWindow(QWidget *parent, QRect &rect)
+{
+    TRACE(trace::StartFile);
+    if (!m_pConnectionHistoryWidget) {
+        TRACE(trace::ArgIsNull);
+        return false;
+    }
+    m_pConnectionHistoryWidget->setObjectName(QLatin1String("NetInfoRecordUIPlugin_ConnectionHistoryWidget"));
+    m_pConnectionHistoryWidget->setParent(parent);
+    m_pConnectionHistoryWidget->resize(rect.width(), rect.height());
+    m_pConnectionHistoryWidget->move(rect.left(), rect.top());
+    QTableWidgetItem *const first = m_pConnectionTblTreeWidget ? m_pConnectionTblTreeWidget->item(0, 0) : nullptr;
+    if (first) {
+        m_pConnectionTblTreeWidget->scrollToItem(first, QAbstractItemView::PositionAtTop);
+        m_pConnectionTblTreeWidget->setCurrentCell(-1, -1);
+    }
+    m_pConnectionHistoryWidget->setAttribute(Qt::WA_MouseTracking, true);
+    m_pConnectionHistoryWidget->setVisible(true);
+    TRACE(trace::EndFile);
+    return true;
+}
+
+void ConnectionHistoryDlg::FitSize(QRect &rect)
+{
+    TRACE(trace::StartOf);
+    if (m_pConnectionHistoryWidget) {
+        m_pConnectionHistoryWidget->move(rect.left(), rect.top());
+        m_pConnectionHistoryWidget->resize(rect.width(), rect.height());
+    }
+    TRACE(trace::EndOf);
+}
+
+void ConnectionHistoryDlg::Hide()
+{
+    TRACE(trace::Start);
+    if (m_pConnectionHistoryWidget)
+        m_pConnectionHistoryWidget->setVisible(false);
+    TRACE(trace::End);
+}
+
+void ConnectionHistoryDlg::OnAccumulateClicked()
+{
+    TRACE(trace::Enter);
+    TRACE(trace::Exit);
+}
+
+void ConnectionHistoryDlg::populateTable()
+{
+    TRACE(trace::StartFile);
+    if (!m_pNetInfoRecordLogic || !m_pConnectionTblTreeWidget) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    const QHash<int, ConnectionRecord *> records = m_pNetInfoRecordLogic->m_hash;
+    const int count = static_cast<int>(records.size());
+    m_pConnectionTblTreeWidget->setRowCount(count);
+    m_pConnectionTblTreeWidget->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    QList<int> keys = records.keys();
+    std::sort(keys.begin(), keys.end()); // the hash's own order is anybody's guess from Qt 5 on
+    const HeaderPause pause(m_pConnectionTblTreeWidget->verticalHeader());
+    for (int row = 0; row < count; ++row) {
+        ConnectionRecord *const record = records.value(keys.at(row));
+        if (!record) {
+            TRACE(trace::ArgIsNull);
+            return;
+        }
+        PopulateTableRowOfConnectionRecord(record, row);
+    }
+    TRACE(trace::EndFile);
+}
+
+void ConnectionHistoryDlg::PopulateTableRowOfConnectionRecord(ConnectionRecord *record, int row)
+{
+    TRACE(trace::StartFile);
+    if (!m_pConnectionTblTreeWidget || !record) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    m_pConnectionTblTreeWidget->setRowHeight(row, s_rowHeight);
+    for (int column = 0; column < s_columnCount; ++column) {
+        QTableWidgetItem *const item = new (std::nothrow) QTableWidgetItem(0);
+        if (!item) {
+            TRACE(trace::ArgIsNull);
+            return;
+        }
+        item->setData(Qt::TextAlignmentRole, static_cast<int>(Qt::AlignLeft));
+        item->setData(Qt::UserRole, column == 0 ? compat::pointerToVariant(record) : QVariant(0));
+        item->setData(Qt::DisplayRole, displayValue(*record, column));
+        item->setFlags(item->flags() & ~Qt::ItemIsEditable);
+        m_pConnectionTblTreeWidget->setItem(row, column, item);
+    }
+    TRACE(trace::EndFile);
+}
+
+void ConnectionHistoryDlg::ReleaseTable()
+{
+    TRACE(trace::StartFile);
+    if (!m_pConnectionTblTreeWidget || !m_pNetInfoRecordLogic) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    for (int row = 0; row < m_pConnectionTblTreeWidget->rowCount(); ++row) {
+        const QTableWidgetItem *const item = m_pConnectionTblTreeWidget->item(row, 0);
+        if (!item) {
+            TRACE(trace::ArgIsNull);
+            return;
+        }
+        delete linkedRecord(*item);
+    }
+    TRACE(trace::EndFileBlank);
+}
+
+void ConnectionHistoryDlg::showTableContextMenu(const QPoint &pos)
+{
+    TRACE(trace::Start);
+    if (!m_pConnectionTblTreeWidget) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    // The position is the viewport's, the height the whole table's: hosts' keyboards send positions in between.
+    if (pos.y() > m_pConnectionTblTreeWidget->height() || pos.y() < 0 ||
+        !m_pConnectionTblTreeWidget->indexAt(pos).isValid())
+        return;
+    createTableRightClickAction();
+    if (!m_pTableMenu || m_pConnectionTblTreeWidget->rowCount() == 0)
+        return;
+    m_pTableMenu->exec(m_pConnectionTblTreeWidget->viewport()->mapToGlobal(pos));
+    TRACE(trace::End);
+}
+
+void ConnectionHistoryDlg::createTableRightClickAction()
+{
+    TRACE(trace::Enter);
+    m_pTableMenu = new (std::nothrow) QMenu(m_pConnectionTblTreeWidget);
+    if (!m_pTableMenu || !createMenuShortcuts() || !createMenuActions()) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    connect(m_pDeleteAction, SIGNAL(triggered()), this, SLOT(onDelete()));
+    connect(m_pDeleteAllAction, SIGNAL(triggered()), this, SLOT(onDeleteAll()));
+    connect(m_pMenuDeleteShortcut, SIGNAL(activated()), this, SLOT(onDelete()));
+    connect(m_pMenuDShortcut, SIGNAL(activated()), this, SLOT(onDelete()));
+    connect(m_pMenuAShortcut, SIGNAL(activated()), this, SLOT(onDeleteAll()));
+    TRACE(trace::Exit);
+}
+
+/// Keys that work while the menu is open. False when a piece is missing.
+bool ConnectionHistoryDlg::createMenuShortcuts()
+{
+    m_pMenuDeleteShortcut = new (std::nothrow) QShortcut(m_pTableMenu);
+    if (!m_pMenuDeleteShortcut)
+        return false;
+    m_pMenuDeleteShortcut->setKey(QKeySequence(Qt::Key_Delete));
+    m_pMenuDShortcut = new (std::nothrow) QShortcut(m_pTableMenu);
+    m_pMenuAShortcut = new (std::nothrow) QShortcut(m_pTableMenu);
+    if (!m_pMenuDShortcut || !m_pMenuAShortcut)
+        return false;
+    m_pMenuDShortcut->setKey(QKeySequence(Qt::Key_D));
+    m_pMenuAShortcut->setKey(QKeySequence(Qt::Key_A));
+    return true;
+}
+
+/// The two entries. False when a piece is missing.
+bool ConnectionHistoryDlg::createMenuActions()
+{
+    m_pDeleteAction = new (std::nothrow) QAction(tr("IDS_MENU_DELETE"), this);
+    if (!m_pDeleteAction)
+        return false;
+    m_pTableMenu->addAction(m_pDeleteAction);
+    m_pDeleteAllAction = new (std::nothrow) QAction(tr("IDS_MENU_DELETEALL"), this);
+    if (!m_pDeleteAllAction)
+        return false;
+    m_pTableMenu->addAction(m_pDeleteAllAction);
+    return true;
+}
+
+/// Asks the user. The host translates the labels of the buttons itself.
+bool ConnectionHistoryDlg::isConfirmed(const QString &textId)
+{
+    const int answer =
+        CommonUtils::ShowMessage(QMessageBox::Question, m_pConnectionHistoryWidget, tr("IDS_PROMPT_CAPTION"),
+                                 tr(textId), QLatin1String("IDS_OK"), QLatin1String("IDS_CANCEL"), QLatin1String(""),
+                                 true, Qt::WindowCloseButtonHint, nullptr, QLatin1String(""), true);
+    return answer == QMessageBox::Ok;
+}
+
+void ConnectionHistoryDlg::onDelete()
+{
+    TRACE(trace::Entered);
+    if (!m_pConnectionTblTreeWidget || !m_pNetInfoRecordLogic) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    const QList<QTableWidgetItem *> selected = m_pConnectionTblTreeWidget->selectedItems();
+    if (selected.count() / s_columnCount == 0)
+        return;
+    if (isConfirmed(QLatin1String("IDS_STR_DELETE"))) {
+        QList<int> keys;
+        QList<int> rows;
+        for (int i = 0; i < selected.count(); ++i) {
+            const ConnectionRecord *const record = linkedRecord(*selected.at(i));
+            if (!record)
+                continue;
+            keys.append(record->nId);
+            const int row = selected.at(i)->row();
+            if (!rows.contains(row))
+                rows.append(row);
+        }
+        removeRows(rows);
+        removeRecords(keys);
+    }
+    TRACE(trace::Exit);
+}
+
+/// From the last one up, so that no removal moves a row still to be removed.
+void ConnectionHistoryDlg::removeRows(QList<int> rows)
+{
+    std::sort(rows.begin(), rows.end());
+    for (int i = static_cast<int>(rows.size()) - 1; i >= 0; --i)
+        m_pConnectionTblTreeWidget->removeRow(rows.at(i));
+}
+
+/// From the highest position down, since the service addresses its records by position. The remaining records keep
+/// theirs until the store is next loaded.
+void ConnectionHistoryDlg::removeRecords(QList<int> keys)
+{
+    std::sort(keys.begin(), keys.end());
+    for (int i = static_cast<int>(keys.size()) - 1; i >= 0; --i) {
+        m_pNetInfoRecordLogic->DeleteRecord(keys.at(i));
+        delete m_pNetInfoRecordLogic->m_hash.take(keys.at(i));
+    }
+}
+
+void ConnectionHistoryDlg::onDeleteAll()
+{
+    TRACE(trace::Entered);
+    if (!m_pNetInfoRecordLogic || !m_pConnectionTblTreeWidget) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    if (isConfirmed(QLatin1String("IDS_STR_CLEARALL"))) {
+        m_pNetInfoRecordLogic->DeleteAll();
+        ReleaseTable();
+        m_pNetInfoRecordLogic->m_vecAccumulate = QVector<AccumulateDialogRecord>();
+        m_pNetInfoRecordLogic->m_hash = QHash<int, ConnectionRecord *>();
+        populateTable();
+    }
+    TRACE(trace::Exit);
+}
+
+void ConnectionHistoryDlg::ShowDialogOfLastConnectedRecord(QWidget *parent)
+{
+    TRACE(trace::Enter);
+    if (!m_pNetInfoRecordLogic) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    if (m_pLastConnectionDlg)
+        discardSummary();
+    if (!m_pNetInfoRecordLogic->GetLastConnectedRecord())
+        return;
+    if (!createSummaryFrame(parent) || !fillSummary()) {
+        TRACE(trace::ArgIsNull);
+        return;
+    }
+    m_pLastConnectionDlg->show();
+    connect(m_pOkButton, SIGNAL(clicked()), this, SLOT(onClickOkButton()));
+    TRACE(trace::Exit);
+}
+
+void ConnectionHistoryDlg::onClickOkButton()
+{
+    TRACE(trace::Enter);
+    if (m_pLastConnectionDlg) {
+        m_pLastConnectionDlg->close();
+        discardSummary();
+    }
+    TRACE(trace::Exit);
+}
+
+/// Has the box deleted once control is back in the event loop. Two value labels keep their addresses on purpose: those
+/// who hold the members rely on just these eight being reset.
+void ConnectionHistoryDlg::discardSummary()
+{
+    m_pLastConnectionDlg->deleteLater();
+    m_pLastConnectionDlg = nullptr;
+    m_pStatisticGroup = nullptr;
+    m_pOkButton = nullptr;
+    m_pDownloadedValueLabel = nullptr;
+    m_pUploadedCaptionLabel = nullptr;
+    m_pLastConnectionWidget = nullptr;
+    m_pTransferTimeCaptionLabel = nullptr;
+    m_pDownloadedCaptionLabel = nullptr;
+}
+
+/// False when a piece is missing.
+bool ConnectionHistoryDlg::createSummaryFrame(QWidget *parent)
+{
+    m_pLastConnectionDlg =
+        new (std::nothrow) ExtendDialog(parent, Qt::WindowCloseButtonHint, WIDGET_TYPE_DIALOG, false);
+    m_pLastConnectionWidget = new (std::nothrow) QWidget(m_pLastConnectionDlg);
+    if (!m_pLastConnectionDlg)
+        return false;
+    m_pLastConnectionDlg->AddMainWidget(m_pLastConnectionWidget);
+    m_pLastConnectionDlg->setWindowTitle(tr("IDS_TITLE_SINGLE"));
+    m_pLastConnectionDlg->setFixedSize(382, 217);
+    return true;
+}
+
+/// False when a piece is missing; what there is then stays in the frame, which is not shown.
+bool ConnectionHistoryDlg::fillSummary()
+{
+    QVBoxLayout *const page = new (std::nothrow) QVBoxLayout;
+    createSummaryWidgets();
+    QFormLayout *const form = new (std::nothrow) QFormLayout;
+    QHBoxLayout *const buttonRow = new (std::nothrow) QHBoxLayout;
+    if (!page || !areSummaryWidgetsComplete() || !form || !buttonRow)
+        return false;
+
+    m_pLastConnectionDlg->setWindowModality(Qt::WindowModal);
+    form->setContentsMargins(10, 20, 10, 10);
+    setSummaryTexts();
+    form->addRow(m_pUploadedCaptionLabel, m_pUploadedValueLabel);
+    form->addRow(m_pDownloadedCaptionLabel, m_pDownloadedValueLabel);
+    form->addRow(m_pTransferTimeCaptionLabel, m_pTransferTimeValueLabel);
+    m_pStatisticGroup->setLayout(form);
+    m_pOkButton->setText(tr("IDS_BTN_OK"));
+    buttonRow->addWidget(m_pOkButton, 132); // a stretch, not an alignment: the button fills its row
+    m_pStatisticGroup->setFixedHeight(106);
+    m_pStatisticGroup->setTitle(tr("IDS_GROUP_STATISTIC"));
+    page->setContentsMargins(14, 11, 15, 15);
+    page->addWidget(m_pStatisticGroup);
+    page->addLayout(buttonRow);
+    m_pLastConnectionWidget->setLayout(page);
+    return true;
+}
+
+void ConnectionHistoryDlg::createSummaryWidgets()
+{
+    m_pStatisticGroup = new (std::nothrow) QGroupBox;
+    m_pOkButton = new (std::nothrow) QPushButton;
+    m_pDownloadedValueLabel = new (std::nothrow) QLabel;
+    m_pUploadedValueLabel = new (std::nothrow) QLabel;
+    m_pTransferTimeValueLabel = new (std::nothrow) QLabel;
+    m_pDownloadedCaptionLabel = new (std::nothrow) QLabel;
+    m_pUploadedCaptionLabel = new (std::nothrow) QLabel;
+    m_pTransferTimeCaptionLabel = new (std::nothrow) QLabel;
+}
+
+bool ConnectionHistoryDlg::areSummaryWidgetsComplete() const
+{
+    return m_pStatisticGroup && m_pOkButton && m_pLastConnectionWidget && m_pDownloadedValueLabel &&
+           m_pUploadedValueLabel && m_pTransferTimeValueLabel && m_pDownloadedCaptionLabel && m_pUploadedCaptionLabel &&
+           m_pTransferTimeCaptionLabel;
+}
+
+void ConnectionHistoryDlg::setSummaryTexts()
+{
+    m_pUploadedCaptionLabel->setText(tr("IDS_TREE_UPLOADED_DATA"));
+    m_pDownloadedCaptionLabel->setText(tr("IDS_TREE_DOWNLOADED_DATA"));
+    m_pTransferTimeCaptionLabel->setText(tr("IDS_TREE_TIME_TRANSFER"));
+    const ConnectionRecord &last = m_pNetInfoRecordLogic->m_lastRecord;
+    m_pDownloadedValueLabel->setText(last.strDownloaded);
+    m_pUploadedValueLabel->setText(last.strUploaded);
+    m_pTransferTimeValueLabel->setText(last.strConnectedTime);
+}

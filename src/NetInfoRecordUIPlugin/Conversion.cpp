@@ -1,0 +1,154 @@
+// Texts of times and amounts. The toolkit's general formatter and parser cost more than all the rest of a row, so the
+// usual forms are handled here and everything unusual is left to the toolkit.
+#include "Conversion.h"
+
+#include "QtCompat.h"
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+namespace {
+
+/// The value of up to nine decimal digits and nothing else; -1 for any other text.
+int plainNumber(const char *text)
+{
+    int value = 0;
+    int length = 0;
+    for (; text[length] >= '0' && text[length] <= '9'; ++length) {
+        if (length == 9)
+            return -1;
+        value = value * 10 + (text[length] - '0');
+    }
+    return length > 0 && text[length] == '\0' ? value : -1;
+}
+
+QChar *writeTwoDigits(QChar *out, int value)
+{
+    *out++ = QLatin1Char(static_cast<char>('0' + value / 10));
+    *out++ = QLatin1Char(static_cast<char>('0' + value % 10));
+    return out;
+}
+
+/// The decimal number of \a length ASCII digits from \a text, or -1 when there is anything else among them.
+int digits(const QChar *text, int length)
+{
+    int value = 0;
+    for (int i = 0; i < length; ++i) {
+        const ushort unit = text[i].unicode();
+        if (unit < '0' || unit > '9')
+            return -1;
+        value = value * 10 + (unit - '0');
+    }
+    return value;
+}
+
+/// \a value times 100, rounded half to even from its exact binary value as printf does. For 0 <= value < 2^53.
+quint64 roundedHundredths(double value)
+{
+    int exponent = 0;
+    const double fraction = std::frexp(value, &exponent);
+    const quint64 scaled = static_cast<quint64>(std::ldexp(fraction, 53)) * 100; // below 2^60
+    const int shift = 53 - exponent;                                             // 0 or more, value being below 2^53
+    if (shift > 60)
+        return 0;
+    const quint64 whole = scaled >> shift;
+    const quint64 rest = scaled - (whole << shift);
+    const quint64 half = shift > 0 ? quint64(1) << (shift - 1) : 0;
+    const bool isUp = rest > half || (rest == half && half > 0 && whole % 2 == 1);
+    return isUp ? whole + 1 : whole;
+}
+
+/// The form of amounts of 2^53 and more, which have no fraction, and of what is no finite number.
+QString wholeNumberText(double value)
+{
+    char buffer[400]; // the largest double has 309 digits
+    std::snprintf(buffer, sizeof(buffer), "%.0f", value);
+    const QString text = QLatin1String(buffer);
+    return std::isfinite(value) ? text + QLatin1String(".00") : text;
+}
+
+} // namespace
+
+namespace conversion {
+
+int toInt(const char *text)
+{
+    const int plain = plainNumber(text);
+    return plain >= 0 ? plain : QString::fromLatin1(text).toInt();
+}
+
+double toDouble(const char *text)
+{
+    const int plain = plainNumber(text);
+    return plain >= 0 ? plain : QString::fromLatin1(text).toDouble();
+}
+
+QString stampText(int seconds)
+{
+    const QDateTime local = compat::localFromSeconds(seconds);
+    const QDate date = local.date(); // 32 bits of seconds reach from 1901 to 2038: always four digits of a year
+    const QTime time = local.time();
+    QString text(14, Qt::Uninitialized);
+    QChar *out = text.data();
+    out = writeTwoDigits(out, date.year() / 100);
+    out = writeTwoDigits(out, date.year() % 100);
+    out = writeTwoDigits(out, date.month());
+    out = writeTwoDigits(out, date.day());
+    out = writeTwoDigits(out, time.hour());
+    out = writeTwoDigits(out, time.minute());
+    writeTwoDigits(out, time.second());
+    return text;
+}
+
+QDateTime stampValue(const QString &stamp)
+{
+    if (stamp.size() == 14) {
+        const QChar *const in = stamp.constData();
+        const int year = digits(in, 4);
+        const QDate date(year, digits(in + 4, 2), digits(in + 6, 2));
+        const QTime time(digits(in + 8, 2), digits(in + 10, 2), digits(in + 12, 2));
+        if (year >= 1900 && date.isValid() && time.isValid()) {
+            const QDateTime value(date, time);
+            // A time that the clocks skipped is the toolkit's to judge.
+            if (value.isValid() && value.time() == time)
+                return value;
+        }
+    }
+    return QDateTime::fromString(stamp, QLatin1String("yyyyMMddhhmmss"));
+}
+
+QString durationText(int seconds)
+{
+    const int day = 24 * 60 * 60;
+    const int rest = (seconds % day + day) % day;
+    QString text(8, QLatin1Char(':'));
+    QChar *const out = text.data();
+    writeTwoDigits(out, rest / 3600);
+    writeTwoDigits(out + 3, rest / 60 % 60);
+    writeTwoDigits(out + 6, rest % 60);
+    return text;
+}
+
+QString twoDecimals(double value)
+{
+    const double amount = std::fabs(value);
+    if (!(amount < 9007199254740992.0)) // 2^53; false for what is no number, too
+        return wholeNumberText(value);
+    const quint64 hundredths = roundedHundredths(amount);
+    QChar buffer[24];
+    QChar *const end = buffer + 24;
+    QChar *out = end - 2;
+    writeTwoDigits(out, static_cast<int>(hundredths % 100));
+    *--out = QLatin1Char('.');
+    quint64 whole = hundredths / 100;
+    do {
+        *--out = QLatin1Char(static_cast<char>('0' + whole % 10));
+        whole /= 10;
+    } while (whole > 0);
+    if (std::signbit(value))
+        *--out = QLatin1Char('-');
+    return QString(out, static_cast<int>(end - out));
+}
+
+} // namespace conversion
