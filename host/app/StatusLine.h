@@ -1,0 +1,28 @@
+// The line in the status bar that says whether connections are being recorded.
+#ifndef NETINFO_APP_STATUSLINE_H
+#define NETINFO_APP_STATUSLINE_H
+
+#include <QLabel>
+#include <QPointer>
+
+/// Follows the property "statusText" of an object, which announces changes by the property's signal.
+class StatusLine : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit StatusLine(QWidget *parent = nullptr);
+
+    /// Shows what `source` says, or, with null, that nothing records.
+    void follow(QObject *source);
+
+public slots:
+    /// Asks again; also for a change of language.
+    void refresh();
+
+private:
+    QPointer<QObject> m_source;
+    bool m_hasSource = false;
+};
+
+#endif
