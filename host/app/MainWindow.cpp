@@ -27,6 +27,7 @@
 #include <QScreen>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QStyle>
 #include <QVariant>
 
 #include <utility>
@@ -61,8 +62,7 @@ MainWindow::MainWindow(PluginManager &plugins, bool withDeveloperMenu)
     retranslate();
     m_notices->setNotices(m_plugins.problems());
     showRow(0);
-    // Wide enough for the six columns of the history, which are 710 pixels together.
-    resize(QSize(980, 620).boundedTo(screen()->availableSize()));
+    resize(firstSize.boundedTo(screen()->availableSize()));
 }
 
 void MainWindow::buildFrame()
@@ -149,7 +149,9 @@ QWidget *MainWindow::historyPage()
 void MainWindow::addPage(const QString &name, const QIcon &icon, QWidget *content)
 {
     const int row = static_cast<int>(m_pages.size());
-    auto *frame = new PageFrame(content);
+    // Pages of plug-ins have the toolkit's margins of their own.
+    const bool isPlugin = qobject_cast<PluginPage *>(content) != nullptr;
+    auto *frame = new PageFrame(content, isPlugin ? style()->pixelMetric(QStyle::PM_LayoutLeftMargin) : 0);
     QAction *action = m_viewMenu->addAction(icon, QString());
     action->setObjectName(QStringLiteral("Page_") + name);
     action->setCheckable(true);
@@ -206,20 +208,24 @@ void MainWindow::retranslate()
         m_developerMenu->retranslate();
     for (const WindowAction &window : std::as_const(m_windowActions))
         window.action->setText(windowActionText(*window.plugin));
-    for (int row = 0; row < m_pages.size(); ++row) {
-        const Page &page = m_pages.at(row);
-        const QString translated = HostUi::text(page.textId);
-        const bool isOwn = translated != page.textId;
-        const QString heading = isOwn ? translated : page.name;
-        page.action->setText(heading);
-        page.frame->setTexts(heading, isOwn ? HostUi::text(page.textId + QStringLiteral("_HINT")) : QString());
-        m_navigation->setPageText(row, heading);
-        if (page.frame->content()->objectName() == QLatin1String("NoHistoryPage"))
-            qobject_cast<QLabel *>(page.frame->content())->setText(text("IDS_HOST_NO_HISTORY_PAGE"));
-    }
+    for (int row = 0; row < m_pages.size(); ++row)
+        retranslatePage(row);
     m_notices->retranslate(m_plugins.problems() + m_ownNotices);
     m_status->refresh();
     setLocale(QLocale());
+}
+
+void MainWindow::retranslatePage(int row)
+{
+    const Page &page = m_pages.at(row);
+    const QString translated = HostUi::text(page.textId);
+    const bool isOwn = translated != page.textId;
+    const QString heading = isOwn ? translated : page.name;
+    page.action->setText(heading);
+    page.frame->setTexts(heading, isOwn ? HostUi::text(page.textId + QStringLiteral("_HINT")) : QString());
+    m_navigation->setPageText(row, heading);
+    if (page.frame->content()->objectName() == QLatin1String("NoHistoryPage"))
+        qobject_cast<QLabel *>(page.frame->content())->setText(text("IDS_HOST_NO_HISTORY_PAGE"));
 }
 
 QStringList MainWindow::pageNames() const

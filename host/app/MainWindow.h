@@ -3,6 +3,7 @@
 #define NETINFO_APP_MAINWINDOW_H
 
 #include <QMainWindow>
+#include <QSize>
 #include <QVector>
 
 class DeveloperMenu;
@@ -23,6 +24,9 @@ class MainWindow : public QMainWindow
     Q_OBJECT
 
 public:
+    /// Wide enough for the six columns of the history, which are 710 pixels together.
+    static constexpr QSize firstSize{980, 620};
+
     MainWindow(PluginManager &plugins, bool withDeveloperMenu);
 
     /// "history", "usage" or "settings"; names of pages that exist, in their order.
@@ -74,6 +78,7 @@ private:
     void buildWindowActions();
     void addPage(const QString &name, const QIcon &icon, QWidget *content);
     QWidget *historyPage();
+    void retranslatePage(int row);
     void openWindow(Plugin *plugin);
     QString windowActionText(const Plugin &plugin) const;
 

@@ -3,7 +3,13 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-PageFrame::PageFrame(QWidget *content, QWidget *parent)
+namespace {
+
+constexpr int margin = 18;
+
+}
+
+PageFrame::PageFrame(QWidget *content, int ownMargin, QWidget *parent)
     : QWidget(parent), m_content(content), m_heading(new QLabel), m_hint(new QLabel)
 {
     QFont large = m_heading->font();
@@ -13,11 +19,14 @@ PageFrame::PageFrame(QWidget *content, QWidget *parent)
     m_hint->setForegroundRole(QPalette::PlaceholderText);
 
     auto *layout = new QVBoxLayout(this);
-    layout->setContentsMargins(18, 14, 18, 10);
+    const int left = qMax(0, margin - ownMargin);
+    layout->setContentsMargins(left, 14, left, 10);
+    m_heading->setContentsMargins(margin - left, 0, 0, 0);
+    m_hint->setContentsMargins(margin - left, 0, 0, 0);
     layout->setSpacing(2);
     layout->addWidget(m_heading);
     layout->addWidget(m_hint);
-    layout->addSpacing(8);
+    layout->addSpacing(qMax(0, 12 - ownMargin));
     layout->addWidget(content, 1);
 }
 

@@ -11,8 +11,8 @@ class PageFrame : public QWidget
     Q_OBJECT
 
 public:
-    /// Takes ownership of `content`.
-    explicit PageFrame(QWidget *content, QWidget *parent = nullptr);
+    /// Takes ownership of `content`, which already keeps `ownMargin` pixels free at its edges.
+    explicit PageFrame(QWidget *content, int ownMargin = 0, QWidget *parent = nullptr);
 
     QWidget *content() const { return m_content; }
     void setTexts(const QString &heading, const QString &hint);

@@ -65,6 +65,7 @@ void Session::show()
 
 bool Session::drawInto(const QString &file)
 {
+    m_window->resize(MainWindow::firstSize);
     m_window->show();
     m_broadcaster.start();
     QCoreApplication::processEvents();

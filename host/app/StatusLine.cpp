@@ -15,8 +15,8 @@ StatusLine::StatusLine(QWidget *parent) : QLabel(parent)
 
 void StatusLine::follow(QObject *source)
 {
-    m_source = source;
-    m_hasSource = source != nullptr;
+    m_object = source;
+    m_source = source != nullptr ? Source::Object : Source::None;
     if (source != nullptr) {
         const QMetaObject *meta = source->metaObject();
         const QMetaProperty property = meta->property(meta->indexOfProperty("statusText"));
@@ -29,8 +29,11 @@ void StatusLine::follow(QObject *source)
 
 void StatusLine::refresh()
 {
-    setText(m_source != nullptr ? m_source->property("statusText").toString()
-            : m_hasSource       ? QString()
-                                : HostUi::text(QStringLiteral("IDS_HOST_STATUS_NO_RECORDER")));
+    if (m_object != nullptr)
+        setText(m_object->property("statusText").toString());
+    else if (m_source == Source::None)
+        setText(HostUi::text(QStringLiteral("IDS_HOST_STATUS_NO_RECORDER")));
+    else
+        clear();
     setToolTip(text());
 }

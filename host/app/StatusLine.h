@@ -13,7 +13,7 @@ class StatusLine : public QLabel
 public:
     explicit StatusLine(QWidget *parent = nullptr);
 
-    /// Shows what `source` says, or, with null, that nothing records.
+    /// Shows what `source` says, or, with null, that nothing records. Before the first call the line is empty.
     void follow(QObject *source);
 
 public slots:
@@ -21,8 +21,10 @@ public slots:
     void refresh();
 
 private:
-    QPointer<QObject> m_source;
-    bool m_hasSource = false;
+    enum class Source { Unknown, None, Object };
+
+    QPointer<QObject> m_object;
+    Source m_source = Source::Unknown;
 };
 
 #endif
