@@ -15,6 +15,7 @@ class QFormLayout;
 class QGroupBox;
 class QLabel;
 class QPushButton;
+class QVBoxLayout;
 class QWidget;
 
 /// Totals of one profile: amounts as display numbers without a unit, times as whole seconds in decimal.
@@ -83,6 +84,21 @@ public:
     QLabel *m_pTransferTimeValueLbl;
     NetInfoRecordLogic *m_pRecordLogic;
     QVector<AccumulateDialogRecord> m_vecRecords;
+
+private:
+    friend class AccumulateFrameEnd;
+
+    bool createSelectors();
+    bool layOutSelectors(QVBoxLayout *outer);
+    bool createStatistics(QVBoxLayout *outer);
+    bool createButton(QVBoxLayout *outer);
+    bool createValues();
+    void createFrame(QWidget *parent);
+    void forgetWidgets();
+    int selectedMonth();
+    void showTotals(int monthsBack);
+    void setValue(QLabel *label, const QString &text);
+    void layOutRows();
 };
 
 #endif
