@@ -26,16 +26,16 @@ namespace zelk {
 /// Result codes of the C functions, and the kind of a HistoryError. The numbers are stable.
 enum class ResultCode : long {
     Success = 0,
-    NoSuchRecord = 1,   ///< The position or key names no record (any more).
-    InvalidRecord = 2,  ///< A value is out of range or not valid UTF-8.
-    Damaged = 3,        ///< The file is not a history or is corrupt.
-    Busy = 4,           ///< Another process held the file for more than five seconds.
-    ReadOnly = 5,       ///< The file or its folder cannot be written.
-    MissingFolder = 6,  ///< The file's parent folder does not exist and could not be made.
-    DiskFull = 7,       ///< No space left on the device.
-    NewerFile = 8,      ///< A newer version of the program wrote the file.
-    ImportFailed = 9,   ///< An import's input is wrong; the message names file and line.
-    Failed = 10         ///< Anything else; the message says what.
+    NoSuchRecord = 1,  ///< The position or key names no record (any more).
+    InvalidRecord = 2, ///< A value is out of range or not valid UTF-8.
+    Damaged = 3,       ///< The file is not a history or is corrupt.
+    Busy = 4,          ///< Another process held the file for more than five seconds.
+    ReadOnly = 5,      ///< The file or its folder cannot be written.
+    MissingFolder = 6, ///< The file's parent folder does not exist and could not be made.
+    DiskFull = 7,      ///< No space left on the device.
+    NewerFile = 8,     ///< A newer version of the program wrote the file.
+    ImportFailed = 9,  ///< An import's input is wrong; the message names file and line.
+    Failed = 10        ///< Anything else; the message says what.
 };
 
 /// What went wrong, with a message for people that names the file or value and the remedy.
@@ -65,10 +65,13 @@ enum QualityFlag : unsigned {
 /// Why a connection ended.
 enum class EndReason { Unknown = 0, User = 1, Network = 2, Unplugged = 3, Sleep = 4, Carrier = 5 };
 
-/// Words for quality and reason as the raw record, CSV and JSON carry them: "exact", "resumed", "recovered",
-/// "counter-restarted", "clock-changed" (several joined by '+'); "unknown", "user", "network", "unplugged", "sleep",
-/// "carrier". The readers return nothing for other words.
+/// Words for quality and reason as CSV and JSON carry them, and the raw record for the reason: "exact", "resumed",
+/// "recovered", "counter-restarted", "clock-changed" (several joined by '+'); "unknown", "user", "network",
+/// "unplugged", "sleep", "carrier". The readers return nothing for other words.
 ZELK_CXX_EXPORT std::string qualityToText(unsigned quality);
+/// The same for the raw record's 31 characters, in which every combination must fit: "counter" and "clock" stand for
+/// the last two there. qualityFromText() reads both forms.
+ZELK_CXX_EXPORT std::string qualityToRawText(unsigned quality);
 ZELK_CXX_EXPORT std::optional<unsigned> qualityFromText(const std::string &text);
 ZELK_CXX_EXPORT std::string endReasonToText(EndReason reason);
 ZELK_CXX_EXPORT std::optional<EndReason> endReasonFromText(const std::string &text);
@@ -87,28 +90,28 @@ struct Record {
     std::int64_t bytesUploaded = 0;
     std::int64_t bytesDownloaded = 0;
     Origin origin = Origin::Added;
-    std::string originDetail;          ///< For imports: what was read, such as "csv" or "pppd".
-    unsigned quality = QualityExact;   ///< Combination of QualityFlag.
+    std::string originDetail;        ///< For imports: what was read, such as "csv" or "pppd".
+    unsigned quality = QualityExact; ///< Combination of QualityFlag.
     EndReason endReason = EndReason::Unknown;
 };
 
 /// A connection that is still up, as a recorder keeps it across crashes.
 struct OpenConnection {
-    std::int64_t key = 0;           ///< Set by openConnection().
-    std::string profile;            ///< As in Record.
-    std::string profileName;        ///< As in Record.
+    std::int64_t key = 0;    ///< Set by openConnection().
+    std::string profile;     ///< As in Record.
+    std::string profileName; ///< As in Record.
     std::string profileUuid;
-    std::string type;               ///< The network service's word for the kind of link, such as "gsm".
-    std::string interfaceName;      ///< Kernel interface, such as "wwan0".
+    std::string type;          ///< The network service's word for the kind of link, such as "gsm".
+    std::string interfaceName; ///< Kernel interface, such as "wwan0".
     std::int32_t interfaceIndex = 0;
-    std::string bootId;             ///< Identity of the boot in which the boot-time clock values below count.
-    std::string serviceOwner;       ///< Unique bus name of the network service that announced the connection.
-    std::string activePath;         ///< Its object path there; an identity only together with serviceOwner.
-    std::int64_t startWallMs = 0;   ///< Milliseconds since 1970 UTC.
-    std::int64_t startBootMs = 0;   ///< Milliseconds of CLOCK_BOOTTIME.
-    std::int64_t seenWallMs = 0;    ///< The same two clocks at the last checkpoint.
+    std::string bootId;           ///< Identity of the boot in which the boot-time clock values below count.
+    std::string serviceOwner;     ///< Unique bus name of the network service that announced the connection.
+    std::string activePath;       ///< Its object path there; an identity only together with serviceOwner.
+    std::int64_t startWallMs = 0; ///< Milliseconds since 1970 UTC.
+    std::int64_t startBootMs = 0; ///< Milliseconds of CLOCK_BOOTTIME.
+    std::int64_t seenWallMs = 0;  ///< The same two clocks at the last checkpoint.
     std::int64_t seenBootMs = 0;
-    std::int64_t lastTx = 0;        ///< Kernel counters at the last checkpoint.
+    std::int64_t lastTx = 0; ///< Kernel counters at the last checkpoint.
     std::int64_t lastRx = 0;
     std::int64_t bytesUploaded = 0; ///< Accumulated since the start.
     std::int64_t bytesDownloaded = 0;
