@@ -58,6 +58,9 @@ void checkRecord(const Record &record)
     checkRange("end", record.end, 0, maxTime);
     checkDuration(record);
     checkRange("zone offset in seconds", record.endZoneOffset, -maxZoneOffset, maxZoneOffset);
+    if (record.endZoneOffset % 60 != 0)
+        refuse("The zone offset of " + std::to_string(record.endZoneOffset) +
+               " seconds is not made of whole minutes. Round it.");
     checkRange("uploaded amount in bytes", record.bytesUploaded, 0, maxAmount);
     checkRange("downloaded amount in bytes", record.bytesDownloaded, 0, maxAmount);
     checkRange("origin", static_cast<std::int64_t>(record.origin), 0, static_cast<std::int64_t>(Origin::Added));

@@ -262,6 +262,8 @@ void TestRecords::refused_data()
     row(
         "zone offset of a day", [](Record &r) { r.endZoneOffset = 86400; }, "zone offset in seconds is 86400");
     row(
+        "zone offset with seconds", [](Record &r) { r.endZoneOffset = 3601; }, "zone offset of 3601 seconds");
+    row(
         "name too long", [](Record &r) { r.profile.assign(1025, 'x'); }, "profile is 1025 bytes");
     row(
         "cut UTF-8", [](Record &r) { r.profile = "ab\xC3"; }, "profile is not valid UTF-8 at byte 3");
@@ -307,10 +309,10 @@ void TestRecords::widestValuesAreKept()
     Record record;
     record.profile.assign(1024, 'x');
     record.profileName = "\xF4\x8F\xBF\xBF\xEE\x80\x80\xED\x9F\xBF\x7F\n";
-    record.end = 253402300799;
+    record.end = 253402214399;
     record.connectedSeconds = record.end + 60;
     record.bytesUploaded = record.bytesDownloaded = std::int64_t(1) << 53;
-    record.endZoneOffset = -86399;
+    record.endZoneOffset = -86340;
     record.quality = 15;
     history.add(record);
     history.add(Record());
