@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
@@ -214,7 +215,8 @@ void HistoryFile::openHandle(const std::string &name, int flags)
 {
     m_database.reset();
     m_database.emplace(name, flags, busyTimeoutMs);
-    ++m_generation;
+    static std::atomic<std::uint32_t> opened{0};
+    m_generation = ++opened;
     // Until the file is known to be ours and no newer, closing it must not carry its log over into it.
     sqlite3_db_config(m_database->getHandle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
 }

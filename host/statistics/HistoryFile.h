@@ -32,7 +32,7 @@ public:
     void refresh();
     /// 0: there is no history to read (Access::ReadOnly of a missing or empty file).
     int version() const { return m_version; }
-    /// Changes each time the file is opened.
+    /// Names this opening of the file within the process; another one after the file was replaced.
     std::uint32_t generation() const { return m_generation; }
 
     SQLite::Database &database() { return *m_database; }

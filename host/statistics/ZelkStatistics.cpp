@@ -29,12 +29,14 @@ private:
     HistoryCore &historyToWrite();
     HistoryCore &open(ConnectionHistory::Access access);
     void forgetOtherFile();
-    void loadPositions();
+    void remember(const HistoryCore &history, std::vector<std::int64_t> keys);
+    bool removeFromSameFile(HistoryCore &history, std::int64_t key);
 
     std::string m_path;
     std::unique_ptr<HistoryCore> m_history;
     std::optional<Positions> m_positions;
-    bool m_firstIsGone = false; ///< The last call asked for position 0 and was told that the record is gone.
+    std::uint32_t m_positionsOf = 0; ///< The opening of the file in which the positions were read.
+    bool m_firstIsGone = false;      ///< The last call asked for position 0 and was told that the record is gone.
 };
 
 HistoryError noSuchRecord(const std::string &what)
@@ -47,8 +49,7 @@ _ZELK_ST_CONNRECORD *Service::readAll(int &count)
     HistoryCore &history = historyToRead();
     RawRecords records = readRawRecords(history);
     count = static_cast<int>(records.keys.size());
-    m_positions.emplace(std::move(records.keys));
-    m_firstIsGone = false;
+    remember(history, std::move(records.keys));
     history.scrubNowAndThen();
     return records.array.release();
 }
@@ -69,7 +70,7 @@ void Service::remove(int position)
 {
     HistoryCore &history = historyToWrite();
     if (!m_positions)
-        loadPositions();
+        remember(history, readRawRecords(history).keys);
     if (m_firstIsGone && position == 0)
         m_positions->erase(0);
     m_firstIsGone = false;
@@ -77,12 +78,18 @@ void Service::remove(int position)
     const std::optional<std::int64_t> key = position < 0 ? std::nullopt : m_positions->keyAt(index);
     if (!key)
         throw noSuchRecord("There is no record at position " + std::to_string(position) + ".");
-    if (!history.file.run([&] { return history.remove(*key); })) {
+    if (!removeFromSameFile(history, *key)) {
         m_firstIsGone = position == 0;
         throw noSuchRecord("The record at position " + std::to_string(position) + " was removed by another program.");
     }
     m_positions->erase(index);
     history.scrubNowAndThen();
+}
+
+/// Keys that were read from a file that has been replaced since would name any record of the new one.
+bool Service::removeFromSameFile(HistoryCore &history, std::int64_t key)
+{
+    return history.file.run([&] { return history.file.generation() == m_positionsOf && history.remove(key); });
 }
 
 /// A history that may only be read is still shown.
@@ -105,7 +112,11 @@ HistoryCore &Service::historyToWrite()
     forgetOtherFile();
     if (m_history && m_history->file.isWritable())
         return *m_history;
-    return open(ConnectionHistory::Access::ReadWrite);
+    const bool wasRead = m_history && m_positionsOf == m_history->file.generation();
+    HistoryCore &history = open(ConnectionHistory::Access::ReadWrite);
+    if (wasRead)
+        m_positionsOf = history.file.generation(); // The same file, which may be written by now.
+    return history;
 }
 
 HistoryCore &Service::open(ConnectionHistory::Access access)
@@ -126,9 +137,11 @@ void Service::forgetOtherFile()
     m_path = std::move(path);
 }
 
-void Service::loadPositions()
+void Service::remember(const HistoryCore &history, std::vector<std::int64_t> keys)
 {
-    m_positions.emplace(readRawRecords(*m_history).keys);
+    m_positions.emplace(std::move(keys));
+    m_positionsOf = history.file.generation();
+    m_firstIsGone = false;
 }
 
 /// One line, whatever a file's name may hold.
@@ -149,15 +162,26 @@ void requireArgument(bool present)
         throw HistoryError(ResultCode::InvalidRecord, "The caller gave no place for the result. Correct the caller.");
 }
 
+/// One for all four functions.
+Service &theService()
+{
+    static Service service;
+    return service;
+}
+
+std::mutex &theMutex()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
 /// Runs `work`; no exception leaves the C interface. A failure is one line on standard error and a code.
 template <typename Work> long answer(Work &&work) noexcept
 {
-    static std::mutex mutex;
-    static Service service;
     ResultCode code = ResultCode::Failed;
     try {
-        const std::lock_guard<std::mutex> lock(mutex);
-        work(service);
+        const std::lock_guard<std::mutex> lock(theMutex());
+        work(theService());
         return static_cast<long>(ResultCode::Success);
     } catch (const HistoryError &error) {
         code = error.code();

@@ -4,6 +4,8 @@
 
 #include <statistics/ConnectionHistory.h>
 
+#include <sqlite3.h>
+
 #include <QByteArray>
 #include <QDir>
 #include <QFile>
@@ -64,6 +66,32 @@ inline bool sameButKey(const zelk::Record &a, const zelk::Record &b)
            a.endZoneOffset == b.endZoneOffset && a.connectedSeconds == b.connectedSeconds &&
            a.bytesUploaded == b.bytesUploaded && a.bytesDownloaded == b.bytesDownloaded && a.origin == b.origin &&
            a.originDetail == b.originDetail && a.quality == b.quality && a.endReason == b.endReason;
+}
+
+/// Runs SQL in a file past the library, as a foreign program would.
+inline bool runSql(const std::string &path, const char *sql)
+{
+    sqlite3 *handle = nullptr;
+    const bool done = sqlite3_open(path.c_str(), &handle) == SQLITE_OK &&
+                      sqlite3_busy_timeout(handle, 5000) == SQLITE_OK &&
+                      sqlite3_exec(handle, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+    sqlite3_close(handle);
+    return done;
+}
+
+/// The first column of the first row that a query yields; null when it fails or yields none.
+inline QByteArray querySql(const std::string &path, const char *sql)
+{
+    QByteArray answer;
+    const auto take = [](void *target, int, char **values, char **) {
+        *static_cast<QByteArray *>(target) = values[0];
+        return 1;
+    };
+    sqlite3 *handle = nullptr;
+    if (sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr) == SQLITE_OK)
+        sqlite3_exec(handle, sql, take, &answer, nullptr);
+    sqlite3_close(handle);
+    return answer;
 }
 
 /// The error that `work` ends in; nothing when it succeeds.
