@@ -63,6 +63,9 @@ public:
     virtual void refresh() {}
     /// Whether an open row that was left behind by an earlier recorder is this source's to resume or to end.
     virtual bool owns(const zelk::OpenConnection &row) const = 0;
+    /// For a row that is over: counters of the link that it was about, when that very link is still there and no other
+    /// connection uses it. Else null.
+    virtual std::shared_ptr<CounterReader> remainder(const zelk::OpenConnection &row) const;
     /// What this source does not see and why; Status::Ok while all is well.
     virtual Status status() const = 0;
 
@@ -76,6 +79,8 @@ signals:
     void interrupted();
     /// Every connection that is up has been announced.
     void settled();
+    /// The machine is about to sleep as soon as every slot has returned.
+    void aboutToSleep();
     void statusChanged();
 };
 

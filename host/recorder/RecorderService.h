@@ -10,7 +10,7 @@
 //   property Status             s        read, one line for people, empty when all is well
 //   property HistoryPath        s        read
 //
-// details has the keys connection, record, profile, profileName, type, interface, startMs, connectedSeconds,
+// details has the keys connection, record, confirmed, profile, profileName, type, interface, startMs, connectedSeconds,
 // bytesUploaded, bytesDownloaded, quality, endReason (the last two in the history's words).
 #ifndef NETINFO_RECORDER_RECORDERSERVICE_H
 #define NETINFO_RECORDER_RECORDERSERVICE_H
