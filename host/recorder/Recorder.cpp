@@ -57,11 +57,21 @@ Announcement announcementOf(const Closing &closed, std::int64_t key)
     return a;
 }
 
+// Names come from profiles that anybody may have written; the history takes a kilobyte of them, and no zero character.
+std::string nameOf(QString name)
+{
+    constexpr int longest = 1024;
+    name.remove(QChar(0));
+    while (name.toUtf8().size() > longest)
+        name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
+    return name.toStdString();
+}
+
 zelk::OpenConnection rowOf(const ConnectionInfo &info, const QString &boot, const Moment &now, const Counters &baseline)
 {
     zelk::OpenConnection row;
-    row.profile = info.profile.toStdString();
-    row.profileName = info.profileName.toStdString();
+    row.profile = nameOf(info.profile);
+    row.profileName = nameOf(info.profileName);
     row.profileUuid = info.profileUuid.toStdString();
     row.type = info.type.toStdString();
     row.interfaceName = info.interfaceName.toStdString();
@@ -433,7 +443,10 @@ void Recorder::addSource(ConnectionSource *source)
     connect(source, &ConnectionSource::connectionDown, this,
             [this, source](const QString &id, zelk::EndReason reason) { d->down(source, id, reason); });
     connect(source, &ConnectionSource::interrupted, this, [this, source] { d->interrupted(source); });
-    connect(source, &ConnectionSource::settled, this, [this, source] { d->settled(source); });
+    connect(source, &ConnectionSource::settled, this, [this, source] {
+        d->settled(source);
+        emit settled();
+    });
     connect(source, &ConnectionSource::aboutToSleep, this, &Recorder::checkpoint);
     connect(source, &ConnectionSource::statusChanged, this, &Recorder::statusChanged);
     d->begin(source);

@@ -62,6 +62,8 @@ signals:
     /// were over when this one came, which were never announced as established here.
     void connectionEnded(const recorder::Announcement &connection);
     void statusChanged();
+    /// A source has told everything that is up; what was left behind has been resumed or closed.
+    void settled();
 
 private:
     struct Private;

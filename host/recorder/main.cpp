@@ -61,12 +61,12 @@ Arguments parse(const QCoreApplication &application)
 // exists.
 void endOnSignals(QCoreApplication &application)
 {
-    sigset_t signals;
-    sigemptyset(&signals);
+    sigset_t ending;
+    sigemptyset(&ending);
     for (const int signal : {SIGTERM, SIGINT, SIGHUP})
-        sigaddset(&signals, signal);
-    sigprocmask(SIG_BLOCK, &signals, nullptr);
-    const int descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+        sigaddset(&ending, signal);
+    sigprocmask(SIG_BLOCK, &ending, nullptr);
+    const int descriptor = signalfd(-1, &ending, SFD_CLOEXEC | SFD_NONBLOCK);
     const auto notifier = new QSocketNotifier(descriptor, QSocketNotifier::Read, &application);
     QObject::connect(notifier, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
 }
@@ -90,11 +90,17 @@ QString claimName(const QDBusConnection &bus)
     exit(ExitOtherRecorder);
 }
 
-// Says in the log what is recorded and what is not.
-void logStatus(const Recorder &recorder)
+// The log says what is recorded and, when it changes, what is not and why.
+void logTo(const Recorder &recorder, QObject *context)
 {
-    const QString text = recorder.status().text();
-    qInfo("%s", text.isEmpty() ? "recording" : qPrintable(text));
+    QObject::connect(&recorder, &Recorder::statusChanged, context, [&recorder] {
+        const QString text = recorder.status().text();
+        if (!text.isEmpty())
+            qWarning("%s", qPrintable(text));
+    });
+    QObject::connect(&recorder, &Recorder::settled, context, [&recorder] {
+        qInfo("recording; connections that are up: %d", static_cast<int>(recorder.activeConnections().size()));
+    });
 }
 
 int run(QCoreApplication &application, const Arguments &arguments)
@@ -114,12 +120,13 @@ int run(QCoreApplication &application, const Arguments &arguments)
                  qPrintable(bus.lastError().message()));
     }
 
+    qInfo("history: %s", qPrintable(recorder.historyPath()));
     RealRecording recording(recorder, [] { return new NetworkManagerSource; });
     QTimer patience;
     patience.setSingleShot(true);
     QObject::connect(&patience, &QTimer::timeout, &application,
                      [&] { refuse(recording.status().detail, recorder.historyPath()); });
-    QObject::connect(&recorder, &Recorder::statusChanged, &application, [&recorder] { logStatus(recorder); });
+    logTo(recorder, &application);
     QObject::connect(&recording, &RealRecording::changed, &application, [&] {
         if (recording.status().code == Status::OtherRecorder)
             return patience.start(patienceMs);
@@ -129,8 +136,6 @@ int run(QCoreApplication &application, const Arguments &arguments)
         reportReady();
     });
     recording.begin();
-    qInfo("history: %s", qPrintable(recorder.historyPath()));
-    logStatus(recorder);
     return QCoreApplication::exec();
 }
 
