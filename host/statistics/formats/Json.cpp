@@ -13,6 +13,12 @@ namespace {
 constexpr const char *formatName = "netinfo-history";
 constexpr std::int64_t formatVersion = 1;
 
+// Where the parser is.
+struct Position {
+    std::uint64_t line = 1;
+    bool behindLineFeed = false; ///< The last byte consumed was one.
+};
+
 // Iterates over the input's bytes and counts the lines as the parser consumes them.
 class CountingIterator
 {
@@ -24,13 +30,13 @@ public:
     using reference = char;
 
     CountingIterator() = default;
-    CountingIterator(std::istream &input, std::uint64_t &line) : m_bytes(input), m_line(&line) {}
+    CountingIterator(std::istream &input, Position &position) : m_bytes(input), m_position(&position) {}
 
     char operator*() const { return *m_bytes; }
     CountingIterator &operator++()
     {
-        if (*m_bytes == '\n')
-            ++*m_line;
+        m_position->behindLineFeed = *m_bytes == '\n';
+        m_position->line += m_position->behindLineFeed ? 1 : 0;
         ++m_bytes;
         return *this;
     }
@@ -45,15 +51,15 @@ public:
 
 private:
     std::istreambuf_iterator<char> m_bytes;
-    std::uint64_t *m_line = nullptr;
+    Position *m_position = nullptr;
 };
 
 // Takes the parser's events for { "format": ..., "version": ..., "records": [ {...}, ... ] }, in any order.
 class RecordEvents : public nlohmann::json_sax<nlohmann::json>
 {
 public:
-    RecordEvents(const ImportOptions &options, const std::uint64_t &line, Source &source)
-        : m_options(options), m_line(line), m_source(source)
+    RecordEvents(const ImportOptions &options, const Position &position, Source &source)
+        : m_options(options), m_position(position), m_source(source)
     {
     }
 
@@ -62,13 +68,14 @@ public:
     bool binary(binary_t &) override { fail(what() + " must not be binary"); }
     bool number_float(number_float_t, const string_t &text) override
     {
+        m_atNumber = true;
         fail(what() + " is " + text + "; it must be a whole number within reason");
     }
     bool number_integer(number_integer_t value) override { return number(value); }
     bool number_unsigned(number_unsigned_t value) override
     {
         if (value > static_cast<number_unsigned_t>(std::numeric_limits<std::int64_t>::max()))
-            fail(what() + " is " + std::to_string(value) + ", which is beyond any amount");
+            number_float(0, std::to_string(value));
         return number(static_cast<std::int64_t>(value));
     }
 
@@ -97,7 +104,7 @@ public:
             m_level = Level::Record;
             m_record = Record();
             m_present.reset();
-            m_begin = m_line;
+            m_begin = m_position.line;
         } else {
             fail(unexpected("an object"));
         }
@@ -163,7 +170,12 @@ public:
 private:
     enum class Level { Outside, File, Records, Record };
 
-    [[noreturn]] void fail(const std::string &message) const { failAt(m_options, m_line, message); }
+    [[noreturn]] void fail(const std::string &message) const
+    {
+        // The parser sees that a number has ended by the byte behind it.
+        const bool lineBefore = m_atNumber && m_position.behindLineFeed;
+        failAt(m_options, m_position.line - (lineBefore ? 1 : 0), message);
+    }
 
     // The member whose value is being read, as messages name it.
     std::string what() const
@@ -184,10 +196,12 @@ private:
 
     bool number(std::int64_t value)
     {
+        m_atNumber = true;
         if (m_level == Level::Record) {
             if (!isNumber(m_field))
                 fail(what() + " must be a text in quotation marks");
             setNumber(m_record, m_field, value);
+            m_atNumber = false;
             return true;
         }
         if (m_level != Level::File || m_member != "version")
@@ -196,6 +210,7 @@ private:
             fail("the file has version " + std::to_string(value) + " of the format; this program reads version " +
                  std::to_string(formatVersion) + ", so use a newer one");
         m_versionSeen = true;
+        m_atNumber = false;
         return true;
     }
 
@@ -212,7 +227,8 @@ private:
     }
 
     const ImportOptions &m_options;
-    const std::uint64_t &m_line;
+    const Position &m_position;
+    bool m_atNumber = false;
     Source &m_source;
     Level m_level = Level::Outside;
     std::string m_member;
@@ -230,9 +246,9 @@ private:
 Source readJson(std::istream &input, const ImportOptions &options)
 {
     Source source;
-    std::uint64_t line = 1;
-    RecordEvents events(options, line, source);
-    nlohmann::json::sax_parse(CountingIterator(input, line), CountingIterator(), &events);
+    Position position;
+    RecordEvents events(options, position, source);
+    nlohmann::json::sax_parse(CountingIterator(input, position), CountingIterator(), &events);
     return source;
 }
 

@@ -29,6 +29,12 @@ struct Session {
     EndReason reason = EndReason::Unknown;
 };
 
+// Whether there was more than an attempt to call.
+bool isConnection(const Session &session)
+{
+    return session.up || session.connected || session.connectSeconds != noFigure;
+}
+
 bool startsWith(std::string_view text, std::string_view beginning)
 {
     return text.substr(0, beginning.size()) == beginning;
@@ -65,7 +71,8 @@ public:
             failAt(m_options, std::max<std::uint64_t>(m_lines.number(), 1),
                    "no line of the log comes from pppd; is this the system log?");
         for (const auto &[process, session] : m_open)
-            skip(session, "the log ends before it does");
+            if (isConnection(session))
+                skip(session, "the log ends before it does");
         m_years.settle(m_options.logTime != 0 ? m_options.logTime : std::time(nullptr));
         for (const Session &session : m_finished)
             append(m_source, recordOf(session), session.line, m_options);
@@ -110,9 +117,9 @@ private:
         } else if (text == "Exit.") {
             abandon(message.process);
         } else if (const EndReason reason = reasonOf(text); reason != EndReason::Unknown) {
-            const auto open = m_open.find(message.process);
-            if (open != m_open.end() && open->second.reason == EndReason::Unknown)
-                open->second.reason = reason;
+            Session &session = sessionOf(message.process);
+            if (session.reason == EndReason::Unknown)
+                session.reason = reason;
         }
     }
 
@@ -131,10 +138,13 @@ private:
         return sessionOf(process);
     }
 
-    // pppd names a link after the interface; without an interface line before it, it is the next link of the process.
+    // Without an interface line before it, this is the next link of the process, to which nothing said so far belongs.
     Session &linkOf(const std::string &process)
     {
-        return sessionOf(process).connected ? begin(process) : sessionOf(process);
+        Session &session = sessionOf(process);
+        if (isConnection(session) || session.reason != EndReason::Unknown)
+            return begin(process);
+        return session;
     }
 
     void abandon(const std::string &process)
@@ -143,10 +153,9 @@ private:
         if (open == m_open.end())
             return;
         const Session &session = open->second;
-        if (session.up)
-            skip(session, "pppd stopped without writing them");
-        else if (session.connected)
-            skip(session, "it never got an address");
+        if (isConnection(session))
+            skip(session,
+                 session.connected && !session.up ? "it never got an address" : "pppd stopped without writing them");
         m_open.erase(open);
     }
 
@@ -182,7 +191,7 @@ private:
         session.received = *received;
         if (!session.down)
             session.down = stamp;
-        if (session.up || session.connected || session.connectSeconds != noFigure)
+        if (isConnection(session))
             m_finished.push_back(std::move(session));
         else
             skip(session, "nothing tells when it began");

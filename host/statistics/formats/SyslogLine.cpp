@@ -8,8 +8,8 @@ namespace zelk {
 namespace {
 
 constexpr std::int64_t secondsADay = 86400;
-constexpr std::int64_t halfYear = 183 * secondsADay;
-constexpr std::size_t classicLength = 15; // "Nov 20 08:15:02"
+constexpr std::int64_t secondsAWeek = 7 * secondsADay; // Clocks that are set and lines out of order stay below it.
+constexpr std::size_t classicLength = 15;              // "Nov 20 08:15:02"
 
 std::optional<int> number(std::string_view text)
 {
@@ -117,10 +117,10 @@ void LogYears::pass(LogStamp &stamp)
     if (stamp.moment)
         return;
     const std::int64_t now = secondsIntoYear(stamp.local);
-    if (m_last >= 0 && now < m_last - halfYear) {
+    if (m_last >= 0 && now < m_last - secondsAWeek) {
         m_beforeTurn = m_last;
         ++m_turns;
-    } else if (m_beforeTurn >= 0 && now > m_last + halfYear && std::abs(now - m_beforeTurn) <= secondsADay) {
+    } else if (m_beforeTurn >= 0 && now > m_last + secondsAWeek && std::abs(now - m_beforeTurn) <= secondsADay) {
         // No year has passed: lines out of order at midnight, or a clock that began at 1 January and was then set.
         m_beforeTurn = -1;
         --m_turns;
