@@ -285,6 +285,8 @@ void ConnectionHistoryDlg::setTableBehaviour()
     m_pConnectionTblTreeWidget->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_pConnectionTblTreeWidget->setShowGrid(false);
     m_pConnectionTblTreeWidget->verticalHeader()->setVisible(false);
+    // From Qt 5 on a header refuses to make rows lower than its own font asks for.
+    m_pConnectionTblTreeWidget->verticalHeader()->setMinimumSectionSize(s_rowHeight);
     for (int column = 0; column < s_columnCount; ++column)
         m_pConnectionTblTreeWidget->setColumnWidth(column, widths[column]);
 }
