@@ -5,6 +5,7 @@ import pathlib
 import signal
 import subprocess
 
+from .history import moment
 from .waiting import PATIENCE, wait_until
 from .widgets import ask, centre
 
@@ -76,9 +77,14 @@ class Host:
     def table(self):
         return self.main_window().find(kind=TABLE)
 
-    def rows(self):
-        """The table's rows as lists of the six texts shown."""
-        return [row['cells'] for row in self.table().rows]
+    def shown(self):
+        """The six values of each row of the table, dates as date-times; compare with History.shown()."""
+        return [[name, moment(start), moment(end), *rest]
+                for name, start, end, *rest in (row['values'] for row in self.table().rows)]
+
+    def wait_until_shown(self, history):
+        """Waits until the table shows what is in the file, no more and no less."""
+        wait_until(lambda: self.shown() == history.shown(), 'the page to show what is in the file')
 
     def window(self, title):
         """The visible window of this title; LookupError when there is none."""
