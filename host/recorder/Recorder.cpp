@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <set>
 #include <vector>
 
 namespace recorder {
@@ -130,6 +131,7 @@ struct Recorder::Private {
     std::unique_ptr<zelk::ConnectionHistory> history;
     std::vector<ConnectionSource *> sources;
     std::vector<ConnectionSource *> waiting; // for the history to open
+    std::set<ConnectionSource *> unsettled;
     std::vector<Track> tracks;
     std::vector<Closing> closing;
     Status historyStatus;
@@ -442,13 +444,18 @@ void Recorder::addSource(ConnectionSource *source)
             [this, source](const QString &id, const Counters &counters) { d->last(source, id, counters); });
     connect(source, &ConnectionSource::connectionDown, this,
             [this, source](const QString &id, zelk::EndReason reason) { d->down(source, id, reason); });
-    connect(source, &ConnectionSource::interrupted, this, [this, source] { d->interrupted(source); });
+    connect(source, &ConnectionSource::interrupted, this, [this, source] {
+        d->unsettled.insert(source);
+        d->interrupted(source);
+    });
     connect(source, &ConnectionSource::settled, this, [this, source] {
         d->settled(source);
+        d->unsettled.erase(source);
         emit settled();
     });
     connect(source, &ConnectionSource::aboutToSleep, this, &Recorder::checkpoint);
     connect(source, &ConnectionSource::statusChanged, this, &Recorder::statusChanged);
+    d->unsettled.insert(source);
     d->begin(source);
 }
 
@@ -461,6 +468,7 @@ void Recorder::removeSource(ConnectionSource *source)
     d->tracks.erase(std::remove_if(d->tracks.begin(), d->tracks.end(), isOurs), d->tracks.end());
     d->sources.erase(std::remove(d->sources.begin(), d->sources.end(), source), d->sources.end());
     d->waiting.erase(std::remove(d->waiting.begin(), d->waiting.end(), source), d->waiting.end());
+    d->unsettled.erase(source);
     d->adjustTimers();
     source->deleteLater();
 }
@@ -488,6 +496,11 @@ Status Recorder::status() const
             worst = source->status();
     }
     return worst;
+}
+
+bool Recorder::isSettled() const
+{
+    return d->unsettled.empty();
 }
 
 QString Recorder::historyPath() const

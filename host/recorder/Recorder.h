@@ -54,6 +54,8 @@ public:
 
     QVector<Announcement> activeConnections() const;
     Status status() const;
+    /// Whether every source has told what is up, so that activeConnections() is the truth.
+    bool isSettled() const;
     QString historyPath() const;
 
 signals:

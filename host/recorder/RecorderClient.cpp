@@ -30,11 +30,13 @@ public slots:
     {
         emit ended(announcementFromVariantMap(details));
     }
+    void onSettled() { emit settled(); }
     void onStatus(uint code, const QString &detail) { emit status({static_cast<Status::Code>(code), detail}); }
 
 signals:
     void established(const recorder::Announcement &connection);
     void ended(const recorder::Announcement &connection);
+    void settled();
     void status(const recorder::Status &status);
 };
 
@@ -81,6 +83,7 @@ RecorderClient::Private::Private(RecorderClient *client, const ClientOptions &cl
                      [this](const Announcement &connection) { established(connection); });
     QObject::connect(&listener, &RecorderListener::ended, q,
                      [this](const Announcement &connection) { ended(connection); });
+    QObject::connect(&listener, &RecorderListener::settled, q, [this] { askRecorder(); });
     QObject::connect(&listener, &RecorderListener::status, q, [this](const Status &status) {
         remoteStatus = status;
         emit q->statusChanged();
@@ -107,6 +110,7 @@ void RecorderClient::Private::start()
     bus.connect(name, path, interface, QStringLiteral("ConnectionEnded"), &listener,
                 SLOT(onEnded(qlonglong, qlonglong, QVariantMap)));
     bus.connect(name, path, interface, QStringLiteral("StatusChanged"), &listener, SLOT(onStatus(uint, QString)));
+    bus.connect(name, path, interface, QStringLiteral("Settled"), &listener, SLOT(onSettled()));
     watcher = std::make_unique<QDBusServiceWatcher>(name, bus, QDBusServiceWatcher::WatchForOwnerChange);
     QObject::connect(watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, q,
                      [this](const QString &, const QString &, const QString &now) { ownerChanged(now); });
@@ -146,7 +150,7 @@ void RecorderClient::Private::ownerChanged(const QString &now)
 void RecorderClient::Private::beginRecording()
 {
     if (options.sessionBus.isConnected())
-        service = std::make_unique<RecorderService>(recorder, options.sessionBus);
+        service = std::make_unique<RecorderService>(recorder, recording, options.sessionBus);
     recording.begin();
     emit q->statusChanged();
 }
@@ -160,6 +164,8 @@ void RecorderClient::Private::endRecording()
 
 void RecorderClient::Private::askRecorder()
 {
+    if (owner.isEmpty() || isOurs())
+        return;
     QDBusMessage question = QDBusMessage::createMethodCall(
         owner, QLatin1String(objectPath), QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"));
     question << QLatin1String(interfaceName);
@@ -187,6 +193,8 @@ void RecorderClient::Private::recorderAnswered(const QVariantMap &properties)
         if (connection.confirmed)
             established(connection);
     }
+    if (!properties.value(QStringLiteral("Settled")).toBool())
+        return; // asked again when it is
     // The rest ended while one recorder was gone and the next not there yet.
     for (const Announcement &connection : QMap<qint64, Announcement>(announced)) {
         if (!open.contains(connection.connection))

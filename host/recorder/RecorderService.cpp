@@ -18,18 +18,24 @@ class Adaptor : public QDBusAbstractAdaptor
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.netinfo.Recorder1")
     Q_PROPERTY(QList<QVariantMap> ActiveConnections READ activeConnections)
+    Q_PROPERTY(bool Settled READ isSettled)
     Q_PROPERTY(uint StatusCode READ statusCode)
     Q_PROPERTY(QString StatusDetail READ statusDetail)
     Q_PROPERTY(QString Status READ statusText)
     Q_PROPERTY(QString HistoryPath READ historyPath)
 public:
-    Adaptor(Recorder &recorder, QObject *parent) : QDBusAbstractAdaptor(parent), m_recorder(recorder)
+    Adaptor(const Recorder &recorder, const RealRecording &recording, QObject *parent)
+        : QDBusAbstractAdaptor(parent), m_recorder(recorder), m_recording(recording)
     {
         connect(&recorder, &Recorder::connectionEstablished, this, [this](const Announcement &connection) {
             emit ConnectionEstablished(connection.profile, connection.connection, toVariantMap(connection));
         });
         connect(&recorder, &Recorder::connectionEnded, this, [this](const Announcement &connection) {
             emit ConnectionEnded(connection.record, connection.connection, toVariantMap(connection));
+        });
+        connect(&recorder, &Recorder::settled, this, [this] {
+            if (isSettled())
+                emit Settled();
         });
         connect(&recorder, &Recorder::statusChanged, this,
                 [this] { emit StatusChanged(m_recorder.status().code, m_recorder.status().detail); });
@@ -42,6 +48,7 @@ public:
             maps.append(toVariantMap(connection));
         return maps;
     }
+    bool isSettled() const { return m_recording.isRecording() && m_recorder.isSettled(); }
     uint statusCode() const { return m_recorder.status().code; }
     QString statusDetail() const { return m_recorder.status().detail; }
     QString statusText() const { return m_recorder.status().text(); }
@@ -50,10 +57,12 @@ public:
 signals:
     void ConnectionEstablished(const QString &profile, qlonglong connection, const QVariantMap &details);
     void ConnectionEnded(qlonglong record, qlonglong connection, const QVariantMap &details);
+    void Settled();
     void StatusChanged(uint code, const QString &detail);
 
 private:
-    Recorder &m_recorder;
+    const Recorder &m_recorder;
+    const RealRecording &m_recording;
 };
 
 } // namespace
@@ -96,11 +105,12 @@ Announcement announcementFromVariantMap(const QVariantMap &map)
     return a;
 }
 
-RecorderService::RecorderService(Recorder &recorder, const QDBusConnection &bus, QObject *parent)
+RecorderService::RecorderService(const Recorder &recorder, const RealRecording &recording, const QDBusConnection &bus,
+                                 QObject *parent)
     : QObject(parent), m_bus(bus)
 {
     qDBusRegisterMetaType<QList<QVariantMap>>();
-    new Adaptor(recorder, this);
+    new Adaptor(recorder, recording, this);
     m_exported = m_bus.registerObject(QLatin1String(objectPath), this, QDBusConnection::ExportAdaptors);
 }
 

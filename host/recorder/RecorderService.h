@@ -4,6 +4,8 @@
 //   signal   ConnectionEstablished(s profile, x connection, a{sv} details)
 //   signal   ConnectionEnded(x record, x connection, a{sv} details)
 //   signal   StatusChanged(u code, s detail)
+//   signal   Settled()
+//   property Settled            b        read, whether ActiveConnections is the whole truth
 //   property ActiveConnections  aa{sv}   read
 //   property StatusCode         u        read, see Status::Code
 //   property StatusDetail       s        read
@@ -15,7 +17,7 @@
 #ifndef NETINFO_RECORDER_RECORDERSERVICE_H
 #define NETINFO_RECORDER_RECORDERSERVICE_H
 
-#include "host/recorder/Recorder.h"
+#include "host/recorder/RealRecording.h"
 
 #include <QDBusConnection>
 #include <QVariantMap>
@@ -35,7 +37,8 @@ class RecorderService : public QObject
 {
     Q_OBJECT
 public:
-    RecorderService(Recorder &recorder, const QDBusConnection &bus, QObject *parent = nullptr);
+    RecorderService(const Recorder &recorder, const RealRecording &recording, const QDBusConnection &bus,
+                    QObject *parent = nullptr);
     ~RecorderService() override;
     bool isExported() const { return m_exported; }
 

@@ -108,10 +108,12 @@ int run(QCoreApplication &application, const Arguments &arguments)
     RecorderOptions options;
     options.historyPath = arguments.historyPath;
     Recorder recorder(options);
+    RealRecording recording(recorder, [] { return new NetworkManagerSource; });
     const QDBusConnection bus = QDBusConnection::sessionBus();
     std::unique_ptr<RecorderService> service;
     if (bus.isConnected()) {
-        service = std::make_unique<RecorderService>(recorder, bus); // before the name: who sees the name may ask
+        service =
+            std::make_unique<RecorderService>(recorder, recording, bus); // before the name: who sees the name may ask
         const QString other = claimName(bus);
         if (!other.isEmpty())
             refuse(other, recorder.historyPath());
@@ -121,7 +123,6 @@ int run(QCoreApplication &application, const Arguments &arguments)
     }
 
     qInfo("history: %s", qPrintable(recorder.historyPath()));
-    RealRecording recording(recorder, [] { return new NetworkManagerSource; });
     QTimer patience;
     patience.setSingleShot(true);
     QObject::connect(&patience, &QTimer::timeout, &application,

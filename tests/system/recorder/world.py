@@ -38,6 +38,9 @@ firewall-backend=none
 enabled=false
 """
 
+FAKETIME = ["/usr/lib/x86_64-linux-gnu/faketime/libfaketimeMT.so.1",
+            "/usr/lib/aarch64-linux-gnu/faketime/libfaketimeMT.so.1"]
+
 LINKS = {"v0": "192.0.2", "wwan0": "198.51.100"}
 
 
@@ -83,8 +86,12 @@ def start_bus(path):
 
 def kernel(interface):
     """What the kernel has counted: (sent, received)."""
-    base = f"/sys/class/net/{interface}/statistics/"
-    return tuple(int(open(base + name).read()) for name in ("tx_bytes", "rx_bytes"))
+
+    def count(name):
+        with open(f"/sys/class/net/{interface}/statistics/{name}") as file:
+            return int(file.read())
+
+    return count("tx_bytes"), count("rx_bytes")
 
 
 def make_link(interface):
@@ -137,7 +144,8 @@ class World:
         self.bus = dbus.bus.BusConnection(os.environ["DBUS_SYSTEM_BUS_ADDRESS"])
         far_end = subprocess.Popen(["nsenter", "-t", PEER, "-n", PYTHON, HERE + "/internet.py"],
                                    stdout=subprocess.PIPE, text=True)
-        far_end.stdout.readline()
+        with far_end.stdout as output:
+            output.readline()
         self.processes.append(far_end)
         for interface in LINKS:
             make_link(interface)
