@@ -189,8 +189,11 @@ void NetworkManagerSource::serviceVanished()
     if (m_owner.isEmpty())
         return;
     m_owner.clear();
-    for (const Activation &activation : std::as_const(m_activations)) {
-        if (!activation.id.isEmpty())
+    for (const QString &path : m_activations.keys()) {
+        const Activation activation = m_activations.value(path);
+        if (activation.state > ActiveActivated || activation.reason != 0)
+            ended(path); // it was on its way down already; a service that ends does not always finish the sentence
+        else if (!activation.id.isEmpty())
             m_orphans.insert(activation.id, activation.linkIndex);
     }
     m_activations.clear();

@@ -25,6 +25,7 @@ def tearDownModule():
 
 class Case(unittest.TestCase):
     def setUp(self):
+        THE_WORLD.make_sure()
         self.history = History()
         self.programs = []
 
