@@ -80,6 +80,31 @@ ConnectionRecord *linkedRecord(const QTableWidgetItem &item)
     return compat::pointerFromVariant<ConnectionRecord>(item.data(Qt::UserRole));
 }
 
+QList<ConnectionRecord> recordsOf(const QList<QTableWidgetItem *> &items)
+{
+    QList<ConnectionRecord> records;
+    for (int i = 0; i < items.count(); ++i) {
+        if (const ConnectionRecord *const record = linkedRecord(*items.at(i)))
+            records.append(*record);
+    }
+    return records;
+}
+
+bool isSame(const QList<ConnectionRecord> &a, const QList<ConnectionRecord> &b)
+{
+    if (a.count() != b.count())
+        return false;
+    for (int i = 0; i < a.count(); ++i) {
+        const ConnectionRecord &x = a.at(i);
+        const ConnectionRecord &y = b.at(i);
+        if (x.nId != y.nId || x.strApn != y.strApn || x.strStartTime != y.strStartTime ||
+            x.strEndTime != y.strEndTime || x.strConnectedTime != y.strConnectedTime ||
+            x.strUploaded != y.strUploaded || x.strDownloaded != y.strDownloaded)
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 GridDelegateLayout::GridDelegateLayout() {}
@@ -136,6 +161,7 @@ ConnectionHistoryDlg::ConnectionHistoryDlg()
     , m_pMenuDShortcut(nullptr)
     , m_pMenuAShortcut(nullptr)
     , m_pNoteLabel(new (std::nothrow) QLabel)
+    , m_filling(0)
 {
     TRACE(trace::StartFile);
     m_pNetInfoRecordLogic = NetInfoRecordLogic::Instance();
@@ -350,6 +376,7 @@ void ConnectionHistoryDlg::populateTable()
         TRACE(trace::ArgIsNull);
         return;
     }
+    ++m_filling;
     const QHash<int, ConnectionRecord *> records = m_pNetInfoRecordLogic->m_hash;
     const int count = static_cast<int>(records.size());
     m_pConnectionTblTreeWidget->setRowCount(count);
@@ -473,7 +500,8 @@ bool ConnectionHistoryDlg::createMenuActions()
     return true;
 }
 
-/// Asks the user. The host translates the labels of the buttons itself.
+/// Asks the user. The host translates the labels of the buttons itself. Its box runs an event loop in which anything
+/// may happen, the end of this page included.
 bool ConnectionHistoryDlg::isConfirmed(const QString &textId)
 {
     const int answer =
@@ -490,25 +518,43 @@ void ConnectionHistoryDlg::onDelete()
         TRACE(trace::ArgIsNull);
         return;
     }
-    const QList<QTableWidgetItem *> selected = m_pConnectionTblTreeWidget->selectedItems();
+    QList<QTableWidgetItem *> selected = m_pConnectionTblTreeWidget->selectedItems();
     if (selected.count() / s_columnCount == 0)
         return;
-    if (isConfirmed(QLatin1String("IDS_STR_DELETE"))) {
-        QList<int> keys;
-        QList<int> rows;
-        for (int i = 0; i < selected.count(); ++i) {
-            const ConnectionRecord *const record = linkedRecord(*selected.at(i));
-            if (!record)
-                continue;
-            keys.append(record->nId);
-            const int row = selected.at(i)->row();
-            if (!rows.contains(row))
-                rows.append(row);
-        }
-        removeRows(rows);
-        removeRecords(keys);
+    const QList<ConnectionRecord> askedAbout = recordsOf(selected);
+    const unsigned int filling = m_filling;
+    const QPointer<ConnectionHistoryDlg> self(this);
+    bool isAgreed = isConfirmed(QLatin1String("IDS_STR_DELETE"));
+    if (!self)
+        return;
+    if (isAgreed && m_filling != filling) {
+        // A connection ended meanwhile and the rows are new ones. The answer counts only if it still means the same.
+        selected = m_pConnectionTblTreeWidget->selectedItems();
+        isAgreed = isSame(recordsOf(selected), askedAbout);
     }
+    if (isAgreed)
+        deleteSelected(selected);
     TRACE(trace::Exit);
+}
+
+void ConnectionHistoryDlg::deleteSelected(const QList<QTableWidgetItem *> &selected)
+{
+    // Asked for its row, an item searches the whole table.
+    QHash<const QTableWidgetItem *, int> rowOfItem;
+    rowOfItem.reserve(m_pConnectionTblTreeWidget->rowCount());
+    for (int row = 0; row < m_pConnectionTblTreeWidget->rowCount(); ++row)
+        rowOfItem.insert(m_pConnectionTblTreeWidget->item(row, 0), row);
+
+    QList<int> keys;
+    QList<int> rows;
+    for (int i = 0; i < selected.count(); ++i) {
+        if (const ConnectionRecord *const record = linkedRecord(*selected.at(i))) {
+            keys.append(record->nId);
+            rows.append(rowOfItem.value(selected.at(i), -1));
+        }
+    }
+    removeRows(rows);
+    removeRecords(keys);
 }
 
 /// From the last one up, so that no removal moves a row still to be removed.
@@ -537,7 +583,11 @@ void ConnectionHistoryDlg::onDeleteAll()
         TRACE(trace::ArgIsNull);
         return;
     }
-    if (isConfirmed(QLatin1String("IDS_STR_CLEARALL"))) {
+    const QPointer<ConnectionHistoryDlg> self(this);
+    const bool isAgreed = isConfirmed(QLatin1String("IDS_STR_CLEARALL"));
+    if (!self)
+        return;
+    if (isAgreed) {
         m_pNetInfoRecordLogic->DeleteAll();
         ReleaseTable();
         m_pNetInfoRecordLogic->m_vecAccumulate = QVector<AccumulateDialogRecord>();

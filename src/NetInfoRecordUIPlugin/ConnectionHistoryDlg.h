@@ -112,6 +112,7 @@ private:
     bool createMenuShortcuts();
     bool createMenuActions();
     bool isConfirmed(const QString &textId);
+    void deleteSelected(const QList<QTableWidgetItem *> &selected);
     void removeRows(QList<int> rows);
     void removeRecords(QList<int> keys);
 
@@ -121,6 +122,8 @@ private:
     void createSummaryWidgets();
     bool areSummaryWidgetsComplete() const;
     void setSummaryTexts();
+
+    unsigned int m_filling; ///< Tells one filling of the table from the next.
 };
 
 #endif
