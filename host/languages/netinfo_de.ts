@@ -175,8 +175,15 @@
         <translation>E&amp;xtras</translation>
     </message>
     <message>
-        <source>IDS_HOST_MENU_TOTALS</source>
+        <source>IDS_MENU_MONTHLYTOTALS</source>
         <translation>&amp;Monatssummen …</translation>
+    </message>
+    <message>
+        <source>IDS_TOTALS_UNREADABLE</source>
+        <extracomment>%1 is the reason, one or two sentences.</extracomment>
+        <translation>Die Summen können nicht angezeigt werden.
+
+%1</translation>
     </message>
     <message>
         <source>IDS_HOST_MENU_HELP</source>

@@ -175,8 +175,15 @@
         <translation>&amp;Tools</translation>
     </message>
     <message>
-        <source>IDS_HOST_MENU_TOTALS</source>
+        <source>IDS_MENU_MONTHLYTOTALS</source>
         <translation>Monthly &amp;totals…</translation>
+    </message>
+    <message>
+        <source>IDS_TOTALS_UNREADABLE</source>
+        <extracomment>%1 is the reason, one or two sentences.</extracomment>
+        <translation>The totals cannot be shown.
+
+%1</translation>
     </message>
     <message>
         <source>IDS_HOST_MENU_HELP</source>
