@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <array>
 #include <cerrno>
 #include <cstring>
 
@@ -25,10 +26,11 @@ Status HistoryLock::acquire()
         return {Status::NoHistory, QStringLiteral("%1: %2; allow this user to write there")
                                        .arg(m_path, QString::fromLocal8Bit(strerror(errno)))};
     if (flock(m_file.get(), LOCK_EX | LOCK_NB) != 0) {
-        QByteArray holder(32, '\0');
-        holder.truncate(static_cast<int>(std::max<ssize_t>(0, pread(m_file.get(), holder.data(), 31, 0))));
+        std::array<char, 32> holder{}; // stays terminated
+        if (pread(m_file.get(), holder.data(), holder.size() - 1, 0) < 0)
+            holder.fill('\0');
         m_file.reset();
-        return {Status::OtherRecorder, QStringLiteral("process %1").arg(QString::fromLatin1(holder.trimmed()))};
+        return {Status::OtherRecorder, QStringLiteral("process %1").arg(QString::fromLatin1(holder.data()).trimmed())};
     }
     const QByteArray own = QByteArray::number(static_cast<qint64>(getpid())) + '\n';
     if (ftruncate(m_file.get(), 0) != 0 ||

@@ -15,16 +15,16 @@
 /** One past connection, 544 bytes without padding. Every text is terminated inside its slot. The numbers are ASCII
  * decimal. Times are seconds since 1970-01-01 00:00 UTC. */
 struct _ZELK_ST_CONNRECORD {
-    uint16_t profile[128];        /**< APN or profile name, UTF-16 in machine byte order, at most 127 units. */
-    char startTime[32];           /**< Start of the connection. */
-    char endTime[32];             /**< End of the connection. */
-    char connectedTime[32];       /**< Connected duration in seconds. */
-    char uploaded[32];            /**< Bytes uploaded; may carry a fraction. */
-    char reserved1[32];           /**< The service's own. */
-    char downloaded[32];          /**< Bytes downloaded; may carry a fraction. */
-    char reserved2[32];           /**< The service's own. */
-    char aux1[32];                /**< Carried along verbatim: the quality of the figures, in one word or several. */
-    char aux2[32];                /**< Carried along verbatim: the reason of the end, in one word. */
+    uint16_t profile[128];  /**< APN or profile name, UTF-16 in machine byte order, at most 127 units. */
+    char startTime[32];     /**< Start of the connection. */
+    char endTime[32];       /**< End of the connection. */
+    char connectedTime[32]; /**< Connected duration in seconds. */
+    char uploaded[32];      /**< Bytes uploaded; may carry a fraction. */
+    char reserved1[32];     /**< The service's own. */
+    char downloaded[32];    /**< Bytes downloaded; may carry a fraction. */
+    char reserved2[32];     /**< The service's own. */
+    char aux1[32];          /**< Carried along verbatim: the quality of the figures, in one word or several. */
+    char aux2[32];          /**< Carried along verbatim: the reason of the end, in one word. */
 };
 typedef struct _ZELK_ST_CONNRECORD _ZELK_ST_CONNRECORD;
 
