@@ -48,7 +48,7 @@ void confirm(std::size_t count, const std::string &path, bool yes)
 // A mistyped key shall not cost the connections beside it: all must exist before the first goes.
 std::set<std::int64_t> chosenKeys(const Options &options, const zelk::ConnectionHistory &history)
 {
-    const std::set<std::int64_t> present = keysIn(history);
+    std::set<std::int64_t> present = keysIn(history);
     if (options.all) {
         confirm(present.size(), history.path(), options.yes);
         return present;

@@ -36,7 +36,7 @@ void BulkTest::initTestCase()
         record.start += 977;
         record.end = record.start + i % 900;
         record.connectedSeconds = record.end - record.start;
-        record.bytesUploaded = i * 1000;
+        record.bytesUploaded = i * std::int64_t(1000);
         records.push_back(record);
     }
     zelk::ConnectionHistory(m_files.file("source.sqlite").toStdString()).add(records);
@@ -96,7 +96,7 @@ void BulkTest::noProgressInAPipe()
 void BulkTest::killedHalfWay_data()
 {
     QTest::addColumn<QByteArray>("percent");
-    for (const char *percent : {" 0 %", " 1 %", "25 %", "50 %", "75 %"})
+    for (const char *percent : {" 0 %", "25 %", "75 %"})
         QTest::newRow(percent) << QByteArray(percent);
 }
 

@@ -59,7 +59,8 @@ void addAt(const Workplace &place, const std::string &profile, std::int64_t star
 QStringList profilesIn(const QByteArray &json)
 {
     QStringList profiles;
-    for (const QJsonValue &value : jsonArray(json))
+    const QJsonArray records = jsonArray(json);
+    for (const auto &value : records)
         profiles.append(value.toObject().value("profile").toString());
     return profiles;
 }
@@ -275,8 +276,8 @@ void CommandsTest::tableIsAligned()
     zelk::Record record = sampleRecord();
     place.add(record);
     record.profile = "星空モバイル";
-    record.end = record.start + 100 * 3600;
-    record.connectedSeconds = 100 * 3600;
+    record.end = record.start + 360000;
+    record.connectedSeconds = 360000;
     record.bytesUploaded = 0;
     record.bytesDownloaded = 5LL << 40U;
     record.quality = zelk::QualityRecovered | zelk::QualityCounterRestarted;

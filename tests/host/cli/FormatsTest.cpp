@@ -90,20 +90,21 @@ std::vector<zelk::Record> awkwardRecords()
                                             "null",
                                             "\x01\x1f\x7f",
                                             "\u2028"};
-    unsigned number = 0;
+    std::int64_t number = 0;
     for (const std::string &name : names) {
         zelk::Record record = sampleRecord();
         record.profile = name;
-        record.profileName = names[(number * 7 + 3) % names.size()];
+        record.profileName = names[static_cast<std::size_t>(number * 7 + 3) % names.size()];
         record.start += number * 100000;
         record.end = record.start + number * 977;
         record.connectedSeconds = number * 970;
         record.endZoneOffset = (static_cast<std::int32_t>(number) - 14) * 3600 + (number % 4 == 0 ? 1800 : 0);
-        record.bytesUploaded = static_cast<std::int64_t>(number) * number * 1234567;
+        record.bytesUploaded = number * number * 1234567;
         record.bytesDownloaded = (1LL << 53U) - number;
         record.origin = static_cast<zelk::Origin>(number % 3);
-        record.originDetail = record.origin == zelk::Origin::Imported ? names[(number * 5) % names.size()] : "";
-        record.quality = number % 16;
+        record.originDetail =
+            record.origin == zelk::Origin::Imported ? names[static_cast<std::size_t>(number * 5) % names.size()] : "";
+        record.quality = static_cast<unsigned>(number % 16);
         record.endReason = static_cast<zelk::EndReason>(number % 6);
         records.push_back(record);
         ++number;

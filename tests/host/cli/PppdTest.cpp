@@ -35,7 +35,7 @@ QByteArray logFile(const QString &name)
 // Puts the log into the folder as if it had been written last at that time.
 QString logIn(const Workplace &place, const QByteArray &text, const QString &writtenAt)
 {
-    const QString name = place.write("syslog", text);
+    QString name = place.write("syslog", text);
     QFile file(name);
     if (!file.open(QIODevice::ReadWrite) ||
         !file.setFileTime(QDateTime::fromString(writtenAt, Qt::ISODate), QFileDevice::FileModificationTime))
@@ -188,7 +188,7 @@ void PppdTest::pipesEndNow()
     QCOMPARE(records.size(), std::size_t(2));
     const qint64 now = QDateTime::currentSecsSinceEpoch();
     for (const zelk::Record &record : records)
-        QVERIFY(record.end < now + 2 * 86400 && record.end > now - 366LL * 86400);
+        QVERIFY(record.end < now + 172800 && record.end > now - 31622400);
 }
 
 void PppdTest::importTwice()

@@ -88,6 +88,7 @@ TerminalProgram::TerminalProgram(const QStringList &arguments)
     for (const QString &argument : arguments)
         texts.push_back(argument.toStdString());
     std::vector<char *> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string &text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
