@@ -79,10 +79,16 @@ RecorderClient::Private::Private(RecorderClient *client, const ClientOptions &cl
         Qt::QueuedConnection);
     QObject::connect(&recorder, &Recorder::statusChanged, q, &RecorderClient::statusChanged, Qt::QueuedConnection);
     QObject::connect(&recording, &RealRecording::changed, q, &RecorderClient::statusChanged, Qt::QueuedConnection);
-    QObject::connect(&listener, &RecorderListener::established, q,
-                     [this](const Announcement &connection) { established(connection); });
-    QObject::connect(&listener, &RecorderListener::ended, q,
-                     [this](const Announcement &connection) { ended(connection); });
+    // What this process says on the bus comes back to it. It knows that already, and a second end would be taken for
+    // that of a connection nobody had announced.
+    QObject::connect(&listener, &RecorderListener::established, q, [this](const Announcement &connection) {
+        if (!isOurs())
+            established(connection);
+    });
+    QObject::connect(&listener, &RecorderListener::ended, q, [this](const Announcement &connection) {
+        if (!isOurs())
+            ended(connection);
+    });
     QObject::connect(&listener, &RecorderListener::settled, q, [this] { askRecorder(); });
     QObject::connect(&listener, &RecorderListener::status, q, [this](const Status &status) {
         remoteStatus = status;
