@@ -280,6 +280,39 @@ Zeigt, wann und wie lange dieser Computer verbunden war und wie viel dabei über
         <translation>Verbindungen werden nicht aufgezeichnet: Das Aufzeichnungsmodul fehlt.</translation>
     </message>
     <message>
+        <source>IDS_HOST_STATUS_RECORDING</source>
+        <extracomment>%1 is a list of profile names.</extracomment>
+        <translation>Wird aufgezeichnet: %1</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NOT_ANNOUNCED</source>
+        <translation>Verbindungen zeichnet ein anderes Programm auf; ohne Sitzungsbus erfährt dieses Fenster nichts davon.</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_OTHER_RECORDER</source>
+        <extracomment>%1 is the number of a process.</extracomment>
+        <translation>Hier wird nichts aufgezeichnet: Prozess %1 hält den Verlauf und antwortet nicht. Beenden Sie ihn, um hier aufzuzeichnen.</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NO_PERMISSION</source>
+        <extracomment>%1 is what the network service says.</extracomment>
+        <translation>Verbindungen werden nicht aufgezeichnet: Der Netzwerkdienst verweigert den Zugriff (%1).</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NO_NETWORK_MANAGER</source>
+        <translation>Verbindungen werden nicht aufgezeichnet: NetworkManager läuft nicht.</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NO_SYSTEM_BUS</source>
+        <extracomment>%1 is what the bus library says.</extracomment>
+        <translation>Verbindungen werden nicht aufgezeichnet: Es gibt keinen Systembus (%1).</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NO_HISTORY</source>
+        <extracomment>%1 names the file, the reason and the remedy, in English.</extracomment>
+        <translation>Verbindungen werden nicht aufgezeichnet: %1</translation>
+    </message>
+    <message>
         <source>IDS_HOST_NO_PLUGIN_FOLDER</source>
         <extracomment>%1 is a folder name.</extracomment>
         <translation>Keine Module gefunden: Der Ordner %1 existiert nicht. Bitte das Programm neu installieren oder NETINFO_PLUGIN_DIR setzen.</translation>

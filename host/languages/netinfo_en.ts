@@ -280,6 +280,39 @@ Shows when this computer was connected, for how long, and how much was transferr
         <translation>Connections are not being recorded: the recording plug-in is missing.</translation>
     </message>
     <message>
+        <source>IDS_HOST_STATUS_RECORDING</source>
+        <extracomment>%1 is a list of profile names.</extracomment>
+        <translation>Recording: %1</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NOT_ANNOUNCED</source>
+        <translation>Connections are recorded by another program, but without a session bus this window does not hear of them.</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_OTHER_RECORDER</source>
+        <extracomment>%1 is the number of a process.</extracomment>
+        <translation>Nothing is recorded here: process %1 holds the history and does not answer. End it to record here.</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NO_PERMISSION</source>
+        <extracomment>%1 is what the network service says.</extracomment>
+        <translation>Connections are not being recorded: the network service refuses access (%1).</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NO_NETWORK_MANAGER</source>
+        <translation>Connections are not being recorded: NetworkManager is not running.</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NO_SYSTEM_BUS</source>
+        <extracomment>%1 is what the bus library says.</extracomment>
+        <translation>Connections are not being recorded: there is no system bus (%1).</translation>
+    </message>
+    <message>
+        <source>IDS_HOST_STATUS_NO_HISTORY</source>
+        <extracomment>%1 names the file, the reason and the remedy, in English.</extracomment>
+        <translation>Connections are not being recorded: %1</translation>
+    </message>
+    <message>
         <source>IDS_HOST_NO_PLUGIN_FOLDER</source>
         <extracomment>%1 is a folder name.</extracomment>
         <translation>No plug-ins were found: the folder %1 does not exist. Install the program again or set NETINFO_PLUGIN_DIR.</translation>
