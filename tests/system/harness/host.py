@@ -40,7 +40,7 @@ class Host:
             self._process = self.desktop.start([str(PROGRAM), *self.arguments], env=environment, stdout=log,
                                                stderr=subprocess.STDOUT)
         try:
-            self.wait_for(self.table, 'the history page')
+            self.wait_for(self._main_window_in_use, 'the history page in a window with the focus')
         except AssertionError as error:
             self.__exit__()
             raise AssertionError(f'{error}\nThe host said:\n{self.log()}') from None
@@ -55,6 +55,12 @@ class Host:
                 self._process.kill()
                 self._process.wait()
         self.desktop.forget(self._process)
+
+    def _main_window_in_use(self):
+        """The main window once the window manager has placed it and given it the focus."""
+        window = self.main_window()
+        managed = int(window.id) in self.desktop.windows()
+        return window if managed and window.active else None
 
     # -- looking -------------------------------------------------------------------------------------------------
 
