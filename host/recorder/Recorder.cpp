@@ -64,7 +64,7 @@ std::string nameOf(QString name)
     constexpr int longest = 1024;
     name.remove(QChar(0));
     while (name.toUtf8().size() > longest)
-        name.chop(name.size() > 1 && name.back().isLowSurrogate() ? 2 : 1);
+        name.chop(name.size() > 1 && name.at(name.size() - 1).isLowSurrogate() ? 2 : 1);
     return name.toStdString();
 }
 

@@ -332,7 +332,7 @@ private slots:
         state().language = QStringLiteral("x");
         const MessageLog log;
         ConnectionHistoryDlg *const page = ConnectionHistoryDlg::Instance();
-        const qsizetype before = log.lines.size();
+        const auto before = log.lines.size();
         QCOMPARE(page->tr("IDS_ANY"), QStringLiteral("Irgendwas"));
         QCOMPARE(log.shapes().mid(before),
                  QStringList(QStringLiteral("Start: PATH/ConnectionHistoryDlg tr: LINE: TIME:")));
