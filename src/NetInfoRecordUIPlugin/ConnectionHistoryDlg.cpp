@@ -38,6 +38,31 @@ ConnectionHistoryDlg *ConnectionHistoryDlg::m_pConnectionHistoryInst = nullptr;
 
 namespace {
 
+/// Tells the page when a widget of its goes without it: a host may delete a window and with it what was put inside.
+/// Lives as a child of that widget.
+class Obituary : public QObject
+{
+public:
+    typedef void (ConnectionHistoryDlg::*Listener)(const QWidget *gone);
+
+    Obituary(QWidget *widget, ConnectionHistoryDlg *page, Listener listener)
+        : QObject(widget), m_widget(widget), m_page(page), m_listener(listener)
+    {
+    }
+    ~Obituary()
+    {
+        if (m_page)
+            (m_page->*m_listener)(m_widget);
+    }
+
+private:
+    Q_DISABLE_COPY(Obituary)
+
+    const QWidget *m_widget;
+    QPointer<ConnectionHistoryDlg> m_page;
+    Listener m_listener;
+};
+
 /// Keeps a header from searching its sections' positions after each change of size, which makes setting the height of
 /// every row quadratic.
 class HeaderPause
@@ -164,6 +189,8 @@ ConnectionHistoryDlg::ConnectionHistoryDlg()
     , m_filling(0)
 {
     TRACE(trace::StartFile);
+    if (m_pConnectionHistoryWidget)
+        new Obituary(m_pConnectionHistoryWidget, this, &ConnectionHistoryDlg::forgetPage);
     m_pNetInfoRecordLogic = NetInfoRecordLogic::Instance();
     TRACE(trace::EndFile);
 }
@@ -195,6 +222,20 @@ void ConnectionHistoryDlg::destroyWidgets()
     m_pConnectionTblTreeWidget = nullptr;
     delete m_pConnectionHistoryWidget;
     m_pConnectionHistoryWidget = nullptr;
+}
+
+void ConnectionHistoryDlg::forgetPage(const QWidget *gone)
+{
+    if (m_pConnectionHistoryWidget != gone)
+        return;
+    m_pConnectionHistoryWidget = nullptr;
+    m_pConnectionTblTreeWidget = nullptr;
+    m_pDeleteShortcut = nullptr;
+    m_pNoteLabel = nullptr;
+    m_pTableMenu = nullptr;
+    m_pMenuDeleteShortcut = nullptr;
+    m_pMenuDShortcut = nullptr;
+    m_pMenuAShortcut = nullptr;
 }
 
 void ConnectionHistoryDlg::forgetEverything()
@@ -627,11 +668,18 @@ void ConnectionHistoryDlg::onClickOkButton()
     TRACE(trace::Exit);
 }
 
-/// Has the box deleted once control is back in the event loop. Two value labels keep their addresses on purpose: those
-/// who hold the members rely on just these eight being reset.
+/// Has the box deleted once control is back in the event loop.
 void ConnectionHistoryDlg::discardSummary()
 {
     m_pLastConnectionDlg->deleteLater();
+    forgetSummary(m_pLastConnectionDlg);
+}
+
+/// Two value labels keep their addresses on purpose: those who hold the members rely on just these eight being reset.
+void ConnectionHistoryDlg::forgetSummary(const QWidget *gone)
+{
+    if (m_pLastConnectionDlg != gone)
+        return;
     m_pLastConnectionDlg = nullptr;
     m_pStatisticGroup = nullptr;
     m_pOkButton = nullptr;
@@ -650,7 +698,9 @@ bool ConnectionHistoryDlg::createSummaryFrame(QWidget *parent)
     m_pLastConnectionWidget = new (std::nothrow) QWidget(m_pLastConnectionDlg);
     if (!m_pLastConnectionDlg)
         return false;
-    m_pLastConnectionDlg->AddMainWidget(m_pLastConnectionWidget);
+    new Obituary(m_pLastConnectionDlg, this, &ConnectionHistoryDlg::forgetSummary);
+    if (m_pLastConnectionWidget)
+        m_pLastConnectionDlg->AddMainWidget(m_pLastConnectionWidget);
     m_pLastConnectionDlg->setWindowTitle(tr("IDS_TITLE_SINGLE"));
     m_pLastConnectionDlg->setFixedSize(382, 217);
     return true;

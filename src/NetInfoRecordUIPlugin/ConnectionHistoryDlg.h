@@ -107,6 +107,7 @@ private:
     void setHeaderItems(QTableWidgetItem *const *items);
     void setTableBehaviour();
     void destroyWidgets();
+    void forgetPage(const QWidget *gone);
     void forgetEverything();
 
     bool createMenuShortcuts();
@@ -117,6 +118,7 @@ private:
     void removeRecords(QList<int> keys);
 
     void discardSummary();
+    void forgetSummary(const QWidget *gone);
     bool createSummaryFrame(QWidget *parent);
     bool fillSummary();
     void createSummaryWidgets();

@@ -600,6 +600,28 @@ private slots:
         QVERIFY(host.children().isEmpty());
     }
 
+    void hostsWindowThatDiesFirst()
+    {
+        fixture::fillService(2);
+        QWidget *const host = new QWidget;
+        ConnectionHistoryDlg *const page = fixture::initialisedPage();
+        QRect rect(0, 0, 100, 100);
+        page->ShowWindow(host, rect);
+        const QList<ConnectionRecord *> records = page->m_pNetInfoRecordLogic->m_hash.values();
+        delete host; // takes the page's widgets along, before the host has said goodbye
+        QVERIFY(!page->m_pConnectionHistoryWidget);
+        QVERIFY(!page->m_pConnectionTblTreeWidget);
+        QVERIFY(!page->ShowWindow(nullptr, rect));
+        page->FitSize(rect);
+        page->Hide();
+        page->uiSetText();
+        page->populateTable();
+        page->onDelete();
+        page->onDeleteAll();
+        ConnectionHistoryDlg::Destroy();
+        qDeleteAll(records); // nobody knew them any more
+    }
+
     void destroyOfAnUninitialisedPage()
     {
         ConnectionHistoryDlg *const page = ConnectionHistoryDlg::Instance();
