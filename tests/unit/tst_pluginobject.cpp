@@ -160,14 +160,14 @@ private slots:
     void fitSizeThenModalUsesTheFittedRectangle()
     {
         m_plugin->Init();
-        QRect rect(11, 12, 213, 214);
+        QRect rect(11, 12, 413, 414);
         m_plugin->FitSize(rect);
         QCOMPARE(m_plugin->m_rect, rect);
         QCOMPARE(pageWidget()->geometry(), rect);
         QVERIFY(!m_plugin->m_bShown);
         pageWidget()->setGeometry(0, 0, 640, 480);
         m_plugin->DoModal();
-        QCOMPARE(pageWidget()->size(), QSize(213, 214));
+        QCOMPARE(pageWidget()->size(), QSize(413, 414));
         QCOMPARE(pageWidget()->pos(), QPoint(11, 12));
         m_plugin->Hide();
     }
