@@ -124,12 +124,17 @@ class Desktop:
         """Where the window manager draws the close button of a window: at the right end of the title bar."""
         listed = self.run('xprop', '-notype', '-id', str(number), '_NET_FRAME_EXTENTS').partition('=')[2]
         _, right, top, _ = (int(part) for part in listed.split(','))
+        x, y, width, _ = self.place(number)
+        return x + width + right - top // 2, y - top // 2
+
+    def place(self, number):
+        """Where the display has a window's content: [x, y, width, height]."""
         geometry = {}
         for line in self.run('xwininfo', '-id', str(number)).splitlines():
             name, _, value = line.partition(':')
             geometry[name.strip()] = value.strip()
-        x, y = int(geometry['Absolute upper-left X']), int(geometry['Absolute upper-left Y'])
-        return x + int(geometry['Width']) + right - top // 2, y - top // 2
+        return [int(geometry[name]) for name in
+                ('Absolute upper-left X', 'Absolute upper-left Y', 'Width', 'Height')]
 
     def screenshot(self, name):
         """Saves the whole screen as build/<preset>/screenshots/<name>.png and returns the path."""

@@ -57,10 +57,15 @@ class Host:
         self.desktop.forget(self._process)
 
     def _main_window_in_use(self):
-        """The main window once the window manager has placed it and given it the focus."""
+        """The main window with the history page, once the window manager has placed it and given it the focus."""
         window = self.main_window()
-        managed = int(window.id) in self.desktop.windows()
-        return window if managed and window.active else None
+        window.find(kind=TABLE)
+        return self._if_in_use(window)
+
+    def _if_in_use(self, window):
+        """The window if it has the focus and is on the display where the program believes it to be."""
+        managed = window.active and int(window.id) in self.desktop.windows()
+        return window if managed and self.desktop.place(window.id) == window.rect else None
 
     # -- looking -------------------------------------------------------------------------------------------------
 
@@ -74,11 +79,15 @@ class Host:
         return ask(self._probe)
 
     def main_window(self):
-        """The window with the history table."""
+        """The main window, whichever page it shows."""
         for window in self.windows():
-            if window.find_all(kind=TABLE):
+            if window.kind == 'MainWindow':
                 return window
-        raise LookupError('no window shows a table')
+        raise LookupError('no main window')
+
+    def settings(self):
+        """The text of the settings file."""
+        return self._settings.read_text()
 
     def table(self):
         return self.main_window().find(kind=TABLE)
@@ -116,8 +125,7 @@ class Host:
     def wait_for_window(self, title):
         """Waits for a window that has the focus and is where it will stay."""
         def look():
-            window = self.window(title)
-            return window if window.active else None
+            return self._if_in_use(self.window(title))
         return self.wait_for(look, f'an active window {title!r}')
 
     def wait_until_gone(self, title):
