@@ -5,6 +5,8 @@
 #include <QFontInfo>
 #include <QLabel>
 #include <QLayout>
+#include <QStringList>
+#include <QVariant>
 
 #include <algorithm>
 
@@ -34,11 +36,26 @@ bool ContentFitter::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
+QString ContentFitter::describeContent() const
+{
+    QStringList parts = {QStringLiteral("%1x%2").arg(m_dialog->width()).arg(m_dialog->height())};
+    for (const QWidget *child : m_dialog->findChildren<QWidget *>()) {
+        if (!child->isVisible())
+            continue;
+        for (const char *property : {"text", "title", "currentText"})
+            parts << child->property(property).toString();
+        parts << QString::number(reinterpret_cast<quintptr>(child));
+    }
+    return parts.join(QLatin1Char('\n'));
+}
+
 void ContentFitter::fit()
 {
-    if (m_isFitting)
+    // Trying fonts asks for a new layout, which leads here again: only a new content is worth another try.
+    const QString content = describeContent();
+    if (content == m_fittedContent)
         return;
-    m_isFitting = true;
+    m_fittedContent = content;
     const int full = QFontInfo(m_fullFont).pixelSize();
     int pixels = full;
     usePixelSize(pixels);
@@ -46,16 +63,18 @@ void ContentFitter::fit()
         usePixelSize(--pixels);
     if (!fits())
         wrapWhatIsTooWide();
-    m_isFitting = false;
 }
 
 void ContentFitter::usePixelSize(int pixels)
 {
-    QFont font = m_fullFont;
-    font.setPixelSize(pixels);
-    if (m_dialog->font() != font)
-        m_dialog->setFont(font);
-    for (QWidget *child : m_dialog->findChildren<QWidget *>()) {
+    const auto children = m_dialog->findChildren<QWidget *>();
+    for (QWidget *child : children) {
+        // One by one: below a style sheet, fonts do not pass from parent to child.
+        QFont font = child->font();
+        font.setPixelSize(pixels);
+        child->setFont(font);
+    }
+    for (const QWidget *child : children) {
         if (child->layout() != nullptr)
             child->layout()->activate();
     }

@@ -24,6 +24,7 @@ public:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    QString describeContent() const;
     void fit();
     void usePixelSize(int pixels);
     bool fits() const;
@@ -32,7 +33,7 @@ private:
     QDialog *m_dialog;
     QFont m_fullFont;
     bool m_isResizable;
-    bool m_isFitting = false;
+    QString m_fittedContent;
 };
 
 #endif
