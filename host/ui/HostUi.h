@@ -85,7 +85,7 @@ private:
 };
 
 /// Marks a message box as open while it lives.
-class MessageOpenGuard
+class Q_DECL_EXPORT MessageOpenGuard
 {
 public:
     MessageOpenGuard();
