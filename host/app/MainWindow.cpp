@@ -53,7 +53,6 @@ MainWindow::MainWindow(PluginManager &plugins, bool withDeveloperMenu)
     , m_status(new StatusLine)
 {
     setObjectName(QStringLiteral("MainWindow"));
-    setWindowIcon(QIcon(QStringLiteral(":/netinfo/netinfo.svg")));
     buildFrame();
     buildMenus(withDeveloperMenu);
     buildPages();

@@ -6,6 +6,7 @@
 #include "TerminationSignals.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QLoggingCategory>
 #include <QTimer>
 
@@ -114,5 +115,6 @@ int main(int argc, char *argv[])
     QApplication::setApplicationName(QStringLiteral("netinfo-host"));
     QApplication::setApplicationVersion(QStringLiteral(NETINFO_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("netinfo-host"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/netinfo/netinfo.svg")));
     return run(options);
 }

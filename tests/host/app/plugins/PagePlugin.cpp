@@ -109,7 +109,7 @@ public:
 private:
     static QString menuTextId()
     {
-        return QStringLiteral("IDS_HOST_MENU_TOTALS");
+        return QStringLiteral("IDS_MENU_MONTHLYTOTALS");
     }
     void log(const QString &what)
     {
