@@ -43,6 +43,8 @@ private slots:
     void sampleHistory();
     void shiftedSampleEndsYesterday_data();
     void shiftedSampleEndsYesterday();
+    void shiftsAcrossSummerTime_data();
+    void shiftsAcrossSummerTime();
 };
 
 namespace {
@@ -638,6 +640,30 @@ void FormatsTest::shiftedSampleEndsYesterday()
     }
     const QByteArray ended = dateIn(zone, shifted.back().end);
     // The clock may have passed midnight meanwhile.
+    QVERIFY2(ended == dateIn(zone, before - 86400) || ended == dateIn(zone, after - 86400), ended);
+}
+
+// Half an hour from midnight the local date changes with summer time; today lies in the one or in the other.
+void FormatsTest::shiftsAcrossSummerTime_data()
+{
+    QTest::addColumn<QByteArray>("end");
+    QTest::newRow("from summer") << QByteArray("2026-08-03T22:30:00Z");
+    QTest::newRow("from winter") << QByteArray("2026-01-10T22:30:00Z");
+}
+
+void FormatsTest::shiftsAcrossSummerTime()
+{
+    QFETCH(QByteArray, end);
+    const QString zone = "Europe/Berlin";
+    Workplace place;
+    place.setVariable("TZ", zone);
+    const qint64 before = QDateTime::currentSecsSinceEpoch();
+    QCOMPARE(
+        place.run({"import", "-", "--format", "csv", "--shift-to-now"}, header + "Net," + end + "," + end + ",1,2\n")
+            .code,
+        0);
+    const qint64 after = QDateTime::currentSecsSinceEpoch();
+    const QByteArray ended = dateIn(zone, place.records().at(0).end);
     QVERIFY2(ended == dateIn(zone, before - 86400) || ended == dateIn(zone, after - 86400), ended);
 }
 

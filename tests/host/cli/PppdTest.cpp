@@ -173,7 +173,9 @@ void PppdTest::yearComesFromTheFile()
     QFETCH(QString, writtenAt);
     QFETCH(QByteArray, year);
     const Workplace place;
-    QCOMPARE(import(place, logIn(place, logFile("interleaved.log"), writtenAt)).code, 0);
+    const Outcome outcome = import(place, logIn(place, logFile("interleaved.log"), writtenAt));
+    QCOMPARE(outcome.code, 0);
+    QCOMPARE(outcome.err, QByteArray());
     for (const QByteArray &line : figures(place))
         QVERIFY2(line.startsWith(year + "-08-03T"), line);
 }
