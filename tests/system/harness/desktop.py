@@ -16,10 +16,13 @@ SCREENSHOTS = BUILD / 'screenshots'
 
 
 class Desktop:
-    """Use as a context manager. `environment` is what a program on this desktop runs with."""
+    """Use as a context manager. `environment` is what a program on this desktop runs with. Without a `display` number
+    the X server finds a free one; in a process namespace of its own it cannot, since it would take the locks of
+    servers outside for those of dead ones."""
 
-    def __init__(self, width=1280, height=900):
+    def __init__(self, width=1280, height=900, display=None):
         self.size = (width, height)
+        self._display = [] if display is None else [f':{display}']
         self.root = None
         self.environment = {}
         self._children = []
@@ -32,7 +35,8 @@ class Desktop:
         try:
             self._make_home()
             self.environment['DISPLAY'] = ':' + self._start_answering(
-                ['Xvfb', '-displayfd', '{fd}', '-screen', '0', '%dx%dx24' % self.size, '-nolisten', 'tcp', '-noreset'])
+                ['Xvfb', *self._display, '-displayfd', '{fd}', '-screen', '0', '%dx%dx24' % self.size, '-nolisten',
+                 'tcp', '-noreset'])
             self.environment['DBUS_SESSION_BUS_ADDRESS'] = self._start_answering(
                 ['dbus-daemon', '--session', '--nofork', '--nopidfile', '--print-address={fd}'])
             self._start_window_manager()
