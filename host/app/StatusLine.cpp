@@ -4,6 +4,8 @@
 
 #include <QMetaMethod>
 #include <QMetaProperty>
+#include <QPainter>
+#include <QStyle>
 #include <QVariant>
 
 StatusLine::StatusLine(QWidget *parent) : QLabel(parent)
@@ -36,4 +38,17 @@ void StatusLine::refresh()
     else
         clear();
     setToolTip(text());
+}
+
+QSize StatusLine::minimumSizeHint() const
+{
+    return {0, QLabel::minimumSizeHint().height()};
+}
+
+void StatusLine::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QRect place = contentsRect();
+    style()->drawItemText(&painter, place, int(Qt::AlignVCenter), palette(), isEnabled(),
+                          fontMetrics().elidedText(text(), Qt::ElideRight, place.width()), foregroundRole());
 }
