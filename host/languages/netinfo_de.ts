@@ -186,6 +186,74 @@
 %1</translation>
     </message>
     <message>
+        <source>IDS_USAGE_PREVIOUS</source>
+        <translation>Voriger Monat</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_NEXT</source>
+        <translation>Nächster Monat</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_MONTH</source>
+        <translation>Monat</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_THIS_MONTH</source>
+        <translation>Dieser &amp;Monat</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_PROFILE</source>
+        <translation>&amp;Profil:</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_SAVE</source>
+        <translation>Bild &amp;speichern …</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_SAVE_TITLE</source>
+        <translation>Bild speichern</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_NOT_SAVED</source>
+        <translation>Das Bild konnte nicht nach %1 geschrieben werden: %2. Wählen Sie einen anderen Ordner oder schaffen Sie Platz.</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_DOWNLOADED</source>
+        <translation>Empfangen</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_UPLOADED</source>
+        <translation>Gesendet</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_TIME</source>
+        <translation>Verbindungszeit</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_CONNECTIONS</source>
+        <translation>Verbindungen</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_TODAY</source>
+        <translation>heute</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_NOTHING</source>
+        <translation>Keine Verbindungen in diesem Monat</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_CHART</source>
+        <translation>Verbrauch im %1, %2</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_DAY</source>
+        <translation>%1: %2 empfangen, %3 gesendet, verbunden %4, Verbindungen: %5</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_HINT</source>
+        <translation>Wählen Sie einen Tag mit der Maus oder den Pfeiltasten, um seine Zahlen zu sehen.</translation>
+    </message>
+    <message>
         <source>IDS_HOST_MENU_HELP</source>
         <translation>&amp;Hilfe</translation>
     </message>

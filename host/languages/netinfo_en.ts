@@ -186,6 +186,74 @@
 %1</translation>
     </message>
     <message>
+        <source>IDS_USAGE_PREVIOUS</source>
+        <translation>Previous month</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_NEXT</source>
+        <translation>Next month</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_MONTH</source>
+        <translation>Month</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_THIS_MONTH</source>
+        <translation>This &amp;month</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_PROFILE</source>
+        <translation>&amp;Profile:</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_SAVE</source>
+        <translation>&amp;Save picture…</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_SAVE_TITLE</source>
+        <translation>Save picture</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_NOT_SAVED</source>
+        <translation>The picture could not be written to %1: %2. Choose another folder or free some space.</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_DOWNLOADED</source>
+        <translation>Downloaded</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_UPLOADED</source>
+        <translation>Uploaded</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_TIME</source>
+        <translation>Connected time</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_CONNECTIONS</source>
+        <translation>Connections</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_TODAY</source>
+        <translation>today</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_NOTHING</source>
+        <translation>No connections in this month</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_CHART</source>
+        <translation>Usage in %1, %2</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_DAY</source>
+        <translation>%1: %2 downloaded, %3 uploaded, connected %4, connections: %5</translation>
+    </message>
+    <message>
+        <source>IDS_USAGE_HINT</source>
+        <translation>Select a day with the mouse or the arrow keys to see its figures.</translation>
+    </message>
+    <message>
         <source>IDS_HOST_MENU_HELP</source>
         <translation>&amp;Help</translation>
     </message>
