@@ -1,5 +1,9 @@
 """The end of a connection on a real display: the box with its figures, the row in the table, and what silences both."""
 
+import os
+import pathlib
+import socket
+import tempfile
 import unittest
 
 from harness.desktop import Desktop
@@ -141,7 +145,35 @@ class Summary(unittest.TestCase):
 
     # -- languages -----------------------------------------------------------------------------------------------
 
-    def test_language_change_around_an_open_box(self):
+    def test_language_change_with_a_box_open(self):
+        """The window under the box changes, the box keeps the texts that it was made with."""
+        switch = self.start_with_language_switch()
+        box = self.host.wait_for_window(BOX)
+        with socket.socket(socket.AF_UNIX) as connection:
+            connection.connect(switch)
+            connection.sendall(b'de')
+        german = text('IDS_HOST_APP_NAME', 'de')
+        wait_until(lambda: german in self.desktop.windows().values(), 'the German window')
+        self.assertEqual([column['text'] for column in self.host.table().columns][0], text('IDS_LIST_APN', 'de'))
+        self.assert_figures_of(self.history.records()[-1], self.host.wait_for_window(BOX))
+        self.desktop.screenshot('language-change-under-box')
+        self.host.click(box.find(kind='QPushButton', text=text('IDS_BTN_OK')))
+        self.host.wait_until_gone(BOX)
+        self.host.wait_until_shown(self.history)
+
+    def start_with_language_switch(self):
+        """Starts the host with one more plug-in, which changes the language on request; returns its socket."""
+        folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory(prefix='netinfo-plugins-')))
+        real = pathlib.Path(os.environ['NETINFO_PLUGIN_DIR'])
+        extra = pathlib.Path(os.environ['NETINFO_BUILD_DIR']) / 'tests' / 'plugins'
+        for library in [*real.glob('*.so'), extra / 'netinfo_test_languageswitch.so']:
+            (folder / library.name).symlink_to(library)
+        switch = str(folder / 'socket')
+        self.start('--simulate-connection', '1',
+                   environment={'NETINFO_PLUGIN_DIR': str(folder), 'NETINFO_TEST_LANGUAGE_SOCKET': switch})
+        return switch
+
+    def test_choice_of_language_around_an_open_box(self):
         """The box keeps the window under it from being used, the choice of language included; the next box is German."""
         self.start('--simulate-connection', '4', '--developer')
         language = self.open_settings().find(name='Language')
