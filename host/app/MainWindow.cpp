@@ -186,7 +186,7 @@ void MainWindow::openWindow(Plugin *plugin)
 
 QString MainWindow::windowActionText(const Plugin &plugin) const
 {
-    const QString id = plugin.object()->property("menuTextId").toString();
+    const QString id = ownCopy(plugin.object()->property("menuTextId").toString());
     if (id.isEmpty())
         return plugin.name();
     const QString own = HostUi::text(id);

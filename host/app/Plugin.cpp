@@ -13,18 +13,17 @@
 
 namespace {
 
-/// A copy that shares nothing with the plug-in's library, whose memory goes when it is unloaded.
-QString detached(const QString &text)
-{
-    return QString(text.constData(), text.size());
-}
-
 QString versionText(unsigned int version)
 {
     return QStringLiteral("%1.%2").arg(version >> 8U).arg(version & 0xFFU);
 }
 
 } // namespace
+
+QString ownCopy(const QString &text)
+{
+    return QString(text.constData(), text.size());
+}
 
 Plugin::Plugin(const QString &path) : m_loader(path)
 {
@@ -85,8 +84,8 @@ bool Plugin::findInterfaces()
 
 void Plugin::askIdentity()
 {
-    m_clsid = detached(m_base->GetCLSID());
-    m_name = detached(m_base->GetPluginName());
+    m_clsid = ownCopy(m_base->GetCLSID());
+    m_name = ownCopy(m_base->GetPluginName());
     m_version = m_base->GetVersion();
     m_type = static_cast<PluginType>(m_base->GetPluginType());
 }

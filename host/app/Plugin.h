@@ -18,6 +18,10 @@ enum class PluginType {
                ///< string ID of the menu text.
 };
 
+/// A copy that shares nothing with the library of the plug-in that `text` came from: a literal lies in the library's
+/// own memory, which goes when it is unloaded. To be taken of every text that outlives the plug-in.
+QString ownCopy(const QString &text);
+
 /// A plug-in moves forward through load(), start() and unload(), or stops at the state that says why it could not.
 class Plugin
 {

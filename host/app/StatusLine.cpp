@@ -1,6 +1,7 @@
 #include "StatusLine.h"
 
 #include "HostUi.h"
+#include "Plugin.h"
 
 #include <QMetaMethod>
 #include <QMetaProperty>
@@ -32,7 +33,7 @@ void StatusLine::follow(QObject *source)
 void StatusLine::refresh()
 {
     if (m_object != nullptr)
-        setText(m_object->property("statusText").toString());
+        setText(ownCopy(m_object->property("statusText").toString()));
     else if (m_source == Source::None)
         setText(HostUi::text(QStringLiteral("IDS_HOST_STATUS_NO_RECORDER")));
     else

@@ -193,7 +193,8 @@ private:
         }
         session.window().showPage(QStringLiteral("history"));
         const auto *table = session.window().findChild<QTableWidget *>(QStringLiteral("Empty Table"));
-        QVERIFY(table != nullptr);
+        if (table == nullptr)
+            QFAIL("The history page has no table.");
         QVERIFY(table->rowCount() >= 60);
         QCOMPARE(table->rowHeight(0), 14);
         QVERIFY(table->fontMetrics().height() <= 14);
@@ -244,8 +245,8 @@ private:
         auto *action = session.window().findChild<QAction *>(QStringLiteral("Window_CumulativeUIPlugin"));
         QVERIFY(action != nullptr);
         action->trigger();
-        QWidget *dialog = nullptr;
-        QTRY_VERIFY((dialog = boxOf("ExtendDialog")) != nullptr);
+        QTRY_VERIFY(boxOf("ExtendDialog") != nullptr);
+        QWidget *dialog = boxOf("ExtendDialog");
         QCoreApplication::processEvents();
         QCOMPARE(dialog->size(), QSize(380, 320));
         keep(dialog, QStringLiteral("totals"));
@@ -256,12 +257,14 @@ private:
     void summary(Session &session)
     {
         session.simulateConnection(1);
-        QWidget *dialog = nullptr;
-        QTRY_VERIFY_WITH_TIMEOUT((dialog = boxOf("ExtendDialog")) != nullptr, 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(boxOf("ExtendDialog") != nullptr, 20000);
+        QWidget *dialog = boxOf("ExtendDialog");
         QCoreApplication::processEvents();
         QCOMPARE(dialog->size(), QSize(382, 217));
         keep(dialog, QStringLiteral("summary"));
-        dialog->findChild<QPushButton *>()->click();
+        const auto buttons = dialog->findChildren<QPushButton *>();
+        QCOMPARE(buttons.size(), 1);
+        buttons.first()->click();
         QTRY_VERIFY(boxOf("ExtendDialog") == nullptr);
     }
 

@@ -7,6 +7,8 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+Q_DECLARE_METATYPE(Plugin::State)
+
 namespace {
 
 QStringList names(const PluginManager &manager)

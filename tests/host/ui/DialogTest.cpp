@@ -25,8 +25,9 @@ struct Summary {
         auto *form = new QFormLayout(group);
         form->setContentsMargins(10, 20, 10, 10);
         for (int i = 0; i < 3; ++i) {
-            labels << new QLabel(caption) << new QLabel(QStringLiteral("1234.56 MB"));
-            form->addRow(labels.at(2 * i), labels.at(2 * i + 1));
+            auto *value = new QLabel(QStringLiteral("1234.56 MB"));
+            labels << new QLabel(caption) << value;
+            form->addRow(labels.at(labels.size() - 2), value);
         }
         group->setFixedHeight(106);
         auto *layout = new QVBoxLayout(widget);
