@@ -81,22 +81,49 @@ private:
     bool m_wasEnabled;
 };
 
-QVariant displayValue(const ConnectionRecord &record, int column)
+/// A cell that shows a date-time value. The value is made from its stamp when somebody looks: few rows are ever in
+/// sight, and the toolkit takes longer for one date-time value than for all the rest of a row.
+class StampItem : public QTableWidgetItem
 {
-    switch (column) {
-    case 0:
-        return record.strApn;
-    case 1:
-        return conversion::stampValue(record.strStartTime);
-    case 2:
-        return conversion::stampValue(record.strEndTime);
-    case 3:
-        return record.strConnectedTime;
-    case 4:
-        return record.strUploaded;
-    default:
-        return record.strDownloaded;
+public:
+    explicit StampItem(const QString &stamp) : QTableWidgetItem(0), m_stamp(stamp), m_isPending(true) {}
+
+    QVariant data(int role) const override
+    {
+        if (m_isPending && isDisplay(role))
+            return conversion::stampValue(m_stamp);
+        return QTableWidgetItem::data(role);
     }
+    void setData(int role, const QVariant &value) override
+    {
+        m_isPending = m_isPending && !isDisplay(role);
+        QTableWidgetItem::setData(role, value);
+    }
+    QTableWidgetItem *clone() const override
+    {
+        QTableWidgetItem *const copy = new QTableWidgetItem(*this);
+        copy->setData(Qt::DisplayRole, data(Qt::DisplayRole));
+        return copy;
+    }
+
+private:
+    static bool isDisplay(int role) { return role == Qt::DisplayRole || role == Qt::EditRole; }
+
+    QString m_stamp;
+    bool m_isPending; ///< Nobody has put another value in the stamp's place.
+};
+
+/// A new cell for \a column with its value; null when there is no memory.
+QTableWidgetItem *newCell(const ConnectionRecord &record, int column)
+{
+    if (column == 1 || column == 2)
+        return new (std::nothrow) StampItem(column == 1 ? record.strStartTime : record.strEndTime);
+    const QString *const texts[s_columnCount] = {
+        &record.strApn, nullptr, nullptr, &record.strConnectedTime, &record.strUploaded, &record.strDownloaded};
+    QTableWidgetItem *const item = new (std::nothrow) QTableWidgetItem(0);
+    if (item)
+        item->setData(Qt::DisplayRole, *texts[column]);
+    return item;
 }
 
 /// The record that a cell links to; null for every cell outside the first column.
@@ -445,14 +472,13 @@ void ConnectionHistoryDlg::PopulateTableRowOfConnectionRecord(ConnectionRecord *
     }
     m_pConnectionTblTreeWidget->setRowHeight(row, s_rowHeight);
     for (int column = 0; column < s_columnCount; ++column) {
-        QTableWidgetItem *const item = new (std::nothrow) QTableWidgetItem(0);
+        QTableWidgetItem *const item = newCell(*record, column);
         if (!item) {
             TRACE(trace::ArgIsNull);
             return;
         }
         item->setData(Qt::TextAlignmentRole, static_cast<int>(Qt::AlignLeft));
         item->setData(Qt::UserRole, column == 0 ? compat::pointerToVariant(record) : QVariant(0));
-        item->setData(Qt::DisplayRole, displayValue(*record, column));
         item->setFlags(item->flags() & ~Qt::ItemIsEditable);
         m_pConnectionTblTreeWidget->setItem(row, column, item);
     }

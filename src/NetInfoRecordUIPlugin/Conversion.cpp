@@ -6,7 +6,7 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstring>
+#include <limits>
 
 namespace {
 
@@ -28,6 +28,42 @@ QChar *writeTwoDigits(QChar *out, int value)
     *out++ = QLatin1Char(static_cast<char>('0' + value / 10));
     *out++ = QLatin1Char(static_cast<char>('0' + value % 10));
     return out;
+}
+
+void writeTime(QChar *out, int secondOfDay)
+{
+    out = writeTwoDigits(out, secondOfDay / 3600);
+    out = writeTwoDigits(out, secondOfDay / 60 % 60);
+    writeTwoDigits(out, secondOfDay % 60);
+}
+
+/// The date in the Gregorian calendar some days after 1970-01-01, or before. Counts years from March, so that a leap
+/// day is a year's last.
+struct CivilDate {
+    explicit CivilDate(int daysSince1970)
+    {
+        const int days = daysSince1970 + 719468; // since 0000-03-01
+        const int era = days / 146097;           // of 400 years
+        const int dayOfEra = days % 146097;
+        const int yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+        const int dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+        const int monthFromMarch = (5 * dayOfYear + 2) / 153;
+        day = dayOfYear - (153 * monthFromMarch + 2) / 5 + 1;
+        month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
+        year = yearOfEra + era * 400 + (month <= 2 ? 1 : 0);
+    }
+
+    int year;
+    int month;
+    int day;
+};
+
+/// Seconds by which local time is ahead of UTC, as the toolkit has it.
+int systemOffset(int seconds)
+{
+    const QDateTime local = compat::localFromSeconds(seconds);
+    const qint64 days = QDate(1970, 1, 1).daysTo(local.date());
+    return static_cast<int>(days * 24 * 60 * 60 + QTime(0, 0).secsTo(local.time()) - seconds);
 }
 
 /// The decimal number of \a length ASCII digits from \a text, or -1 when there is anything else among them.
@@ -84,21 +120,42 @@ double toDouble(const char *text)
     return plain >= 0 ? plain : QString::fromLatin1(text).toDouble();
 }
 
-QString stampText(int seconds)
+LocalClock::LocalClock() : m_begin(0), m_end(-1), m_offset(0) {}
+
+QString LocalClock::stampText(int seconds)
 {
-    const QDateTime local = compat::localFromSeconds(seconds);
-    const QDate date = local.date(); // 32 bits of seconds reach from 1901 to 2038: always four digits of a year
-    const QTime time = local.time();
+    const int day = 24 * 60 * 60;
+    const qint64 local = static_cast<qint64>(seconds) + offsetAt(seconds);
+    const int days = static_cast<int>(local >= 0 ? local / day : -((day - 1 - local) / day));
+    const int rest = static_cast<int>(local - static_cast<qint64>(days) * day);
+    const CivilDate date(days);
     QString text(14, Qt::Uninitialized);
     QChar *out = text.data();
-    out = writeTwoDigits(out, date.year() / 100);
-    out = writeTwoDigits(out, date.year() % 100);
-    out = writeTwoDigits(out, date.month());
-    out = writeTwoDigits(out, date.day());
-    out = writeTwoDigits(out, time.hour());
-    out = writeTwoDigits(out, time.minute());
-    writeTwoDigits(out, time.second());
+    out = writeTwoDigits(out, date.year / 100); // 32 bits of seconds reach from 1901 to 2038: always four digits
+    out = writeTwoDigits(out, date.year % 100);
+    out = writeTwoDigits(out, date.month);
+    out = writeTwoDigits(out, date.day);
+    writeTime(out, rest);
     return text;
+}
+
+int LocalClock::offsetAt(int seconds)
+{
+    if (m_begin <= seconds && seconds <= m_end)
+        return m_offset;
+    const qint64 step = 2 * 24 * 60 * 60;
+    const qint64 begin = (seconds >= 0 ? seconds / step : -((step - 1 - seconds) / step)) * step;
+    const qint64 end = begin + step;
+    if (begin < std::numeric_limits<int>::min() || end > std::numeric_limits<int>::max())
+        return systemOffset(seconds);
+    const int offsetAtBegin = m_end == begin && m_begin < m_end ? m_offset : systemOffset(static_cast<int>(begin));
+    const int offsetAtEnd = systemOffset(static_cast<int>(end));
+    if (offsetAtBegin != offsetAtEnd)
+        return systemOffset(seconds);
+    m_begin = begin;
+    m_end = end;
+    m_offset = offsetAtBegin;
+    return m_offset;
 }
 
 QDateTime stampValue(const QString &stamp)

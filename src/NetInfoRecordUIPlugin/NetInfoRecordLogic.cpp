@@ -54,7 +54,7 @@ void NetInfoRecordLogic::Destroy()
     TRACE(trace::TimedEndPadded);
 }
 
-NetInfoRecordLogic::NetInfoRecordLogic()
+NetInfoRecordLogic::NetInfoRecordLogic() : m_loadClock(nullptr)
 {
     TRACE(trace::TimedStart);
     TRACE(trace::TimedEndPadded);
@@ -76,8 +76,11 @@ bool NetInfoRecordLogic::GetAllConnectedRecords()
     TRACE_NUMBER(trace::FinishedGetAll, result);
     if (result == 0) {
         m_hash.reserve(m_hash.size() + count);
+        conversion::LocalClock clock;
+        m_loadClock = &clock;
         for (int i = 0; i < count; ++i)
             populateSDKtoUIStructure(i, records + i);
+        m_loadClock = nullptr;
     }
     ZELK_Statistics_ReleaseConnRecord(records);
     TRACE(trace::TimedExit);
@@ -92,8 +95,10 @@ bool NetInfoRecordLogic::GetLastConnectedRecord()
     TRACE(trace::CallingGetLast);
     const long result = ZELK_Statistics_GetLastConnRecord(&raw);
     TRACE_NUMBER(trace::FinishedGetLast, result);
-    if (result == 0)
-        fill(m_lastRecord, raw);
+    if (result == 0) {
+        conversion::LocalClock clock;
+        fill(m_lastRecord, raw, clock);
+    }
     TRACE(trace::TimedEnd);
     return result == 0;
 }
@@ -133,7 +138,8 @@ void NetInfoRecordLogic::populateSDKtoUIStructure(int index, _ZELK_ST_CONNRECORD
     }
     ConnectionRecord *const record = new ConnectionRecord;
     record->nId = index;
-    fill(*record, *raw);
+    conversion::LocalClock ownClock;
+    fill(*record, *raw, m_loadClock ? *m_loadClock : ownClock);
     m_hash.insert(index, record);
     TRACE(trace::TimedExit);
 }
@@ -155,11 +161,11 @@ QString NetInfoRecordLogic::TransformUnits(double kilobytes)
 }
 
 /// Everything but the position and the unused field.
-void NetInfoRecordLogic::fill(ConnectionRecord &record, const _ZELK_ST_CONNRECORD &raw)
+void NetInfoRecordLogic::fill(ConnectionRecord &record, const _ZELK_ST_CONNRECORD &raw, conversion::LocalClock &clock)
 {
     record.strApn = profileText(raw.profile);
-    record.strStartTime = conversion::stampText(conversion::toInt(raw.startTime));
-    record.strEndTime = conversion::stampText(conversion::toInt(raw.endTime));
+    record.strStartTime = clock.stampText(conversion::toInt(raw.startTime));
+    record.strEndTime = clock.stampText(conversion::toInt(raw.endTime));
     record.strConnectedTime = conversion::durationText(conversion::toInt(raw.connectedTime));
     record.strUploaded = amountText(raw.uploaded);
     record.strDownloaded = amountText(raw.downloaded);

@@ -11,6 +11,10 @@
 
 struct _ZELK_ST_CONNRECORD;
 
+namespace conversion {
+class LocalClock;
+}
+
 /// Deliberately thin: it neither empties its hash before a load, nor frees the records it has made, nor takes deleted
 /// ones out of the hash. Those who show the records do that on the public members.
 class NetInfoRecordLogic
@@ -44,8 +48,10 @@ public:
     static NetInfoRecordLogic *m_pNetInfoRecordLogicInst;
 
 private:
-    void fill(ConnectionRecord &record, const _ZELK_ST_CONNRECORD &raw);
+    void fill(ConnectionRecord &record, const _ZELK_ST_CONNRECORD &raw, conversion::LocalClock &clock);
     QString amountText(const char *bytes);
+
+    conversion::LocalClock *m_loadClock; ///< While all records are loaded; null otherwise.
 };
 
 #endif

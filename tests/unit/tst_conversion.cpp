@@ -3,6 +3,7 @@
 
 #include "ProductFixture.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cmath>
 #include <cstring>
@@ -13,14 +14,29 @@ namespace {
 
 const char s_format[] = "yyyyMMddhhmmss";
 
-const char *const s_zones[] = {"UTC",           "Europe/Berlin",    "America/New_York",    "Asia/Kathmandu",
-                               "Asia/Shanghai", "Australia/Sydney", "Australia/Lord_Howe", "Pacific/Apia"};
+const char *const s_zones[] = {"UTC",
+                               "Europe/Berlin",
+                               "America/New_York",
+                               "Asia/Kathmandu",
+                               "Asia/Shanghai",
+                               "Australia/Sydney",
+                               "Australia/Lord_Howe",
+                               "Pacific/Apia",
+                               "Africa/Freetown",
+                               "Asia/Gaza",
+                               "America/Noronha",
+                               "Africa/Casablanca"};
 
 QString plainTwoDecimals(double value)
 {
     char buffer[400];
     std::snprintf(buffer, sizeof(buffer), "%.2f", value);
     return QString::fromLatin1(buffer);
+}
+
+QString plainStamp(int seconds)
+{
+    return QDateTime::fromSecsSinceEpoch(seconds).toString(QLatin1String(s_format));
 }
 
 /// Seconds around every change of the clocks of the present zone between 1901 and 2038, and a spread of others.
@@ -61,7 +77,7 @@ private slots:
     void zonesAreInstalled() // without their data every zone would quietly be UTC
     {
         const ZoneSwitch zoneSwitch("Asia/Kathmandu");
-        QCOMPARE(conversion::stampText(1704110400), QStringLiteral("20240101174500"));
+        QCOMPARE(conversion::LocalClock().stampText(1704110400), QStringLiteral("20240101174500"));
     }
 
     void stampTextIsThePlainFormat_data() { zones(); }
@@ -69,10 +85,17 @@ private slots:
     {
         QFETCH(QByteArray, zone);
         const ZoneSwitch zoneSwitch(zone.constData());
-        for (int seconds : interestingSeconds()) {
-            const QString plain = QDateTime::fromSecsSinceEpoch(seconds).toString(QLatin1String(s_format));
-            QCOMPARE(conversion::stampText(seconds), plain);
-        }
+        QVector<int> seconds = interestingSeconds();
+        conversion::LocalClock clock;
+        for (int second : std::as_const(seconds))
+            QCOMPARE(clock.stampText(second), plainStamp(second));
+        std::sort(seconds.begin(), seconds.end());
+        conversion::LocalClock ascending;
+        for (int second : std::as_const(seconds))
+            QCOMPARE(ascending.stampText(second), plainStamp(second));
+        conversion::LocalClock descending;
+        for (auto second = seconds.crbegin(); second != seconds.crend(); ++second)
+            QCOMPARE(descending.stampText(*second), plainStamp(*second));
     }
 
     void stampValueIsThePlainParse_data() { zones(); }
@@ -82,7 +105,7 @@ private slots:
         const ZoneSwitch zoneSwitch(zone.constData());
         const QVector<int> seconds = interestingSeconds();
         for (int i = 0; i < seconds.size(); i += 4) {
-            const QString stamp = conversion::stampText(seconds.at(i));
+            const QString stamp = conversion::LocalClock().stampText(seconds.at(i));
             const QDateTime plain = QDateTime::fromString(stamp, QLatin1String(s_format));
             QVERIFY2(isSameValue(conversion::stampValue(stamp), plain), qPrintable(stamp));
         }

@@ -108,6 +108,23 @@ private slots:
         QVERIFY(m_table->item(0, 2)->data(Qt::DisplayRole).toDateTime().isValid());
     }
 
+    void timeCellsAreOrdinaryCells()
+    {
+        putIntoStore({0});
+        m_page->populateTable();
+        QTableWidgetItem *const cell = m_table->item(0, 1);
+        const QDateTime value(QDate(2024, 1, 31), QTime(23, 59, 59));
+        QCOMPARE(m_table->model()->index(0, 1).data(Qt::EditRole).toDateTime(), value);
+        QCOMPARE(cell->text(), QVariant(value).toString());
+        const std::unique_ptr<QTableWidgetItem> copy(cell->clone());
+        QCOMPARE(copy->data(Qt::DisplayRole), QVariant(value));
+        QCOMPARE(copy->data(Qt::TextAlignmentRole).toInt(), 1);
+        cell->setData(Qt::DisplayRole, QStringLiteral("replaced"));
+        QCOMPARE(cell->text(), QStringLiteral("replaced"));
+        const ZoneSwitch zone("Europe/Berlin");
+        QCOMPARE(m_table->item(0, 2)->data(Qt::DisplayRole).toDateTime().timeSpec(), Qt::LocalTime);
+    }
+
     void rowsAreFourteenPixelsHigh()
     {
         QList<int> ids;
