@@ -28,6 +28,8 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <utility>
+#include <vector>
 
 static const trace::Unit s_traceUnit = {"../../src/NetInfoRecordUIPlugin/ConnectionHistoryDlg", nullptr};
 
@@ -63,23 +65,18 @@ private:
     Listener m_listener;
 };
 
-/// Keeps a header from searching its sections' positions after each change of size, which makes setting the height of
-/// every row quadratic.
-class HeaderPause
+typedef std::pair<int, ConnectionRecord *> KeyAndRecord;
+
+/// In ascending order of the keys; the hash's own order is anybody's guess from Qt 5 on.
+std::vector<KeyAndRecord> inOrder(const QHash<int, ConnectionRecord *> &records)
 {
-public:
-    explicit HeaderPause(QHeaderView *header) : m_header(header), m_wasEnabled(header->updatesEnabled())
-    {
-        m_header->setUpdatesEnabled(false);
-    }
-    ~HeaderPause() { m_header->setUpdatesEnabled(m_wasEnabled); }
-
-private:
-    Q_DISABLE_COPY(HeaderPause)
-
-    QHeaderView *m_header;
-    bool m_wasEnabled;
-};
+    std::vector<KeyAndRecord> result;
+    result.reserve(static_cast<std::size_t>(records.size()));
+    for (QHash<int, ConnectionRecord *>::const_iterator it = records.constBegin(); it != records.constEnd(); ++it)
+        result.push_back(KeyAndRecord(it.key(), it.value()));
+    std::sort(result.begin(), result.end());
+    return result;
+}
 
 /// A cell that shows a date-time value. The value is made from its stamp when somebody looks: few rows are ever in
 /// sight, and the toolkit takes longer for one date-time value than for all the rest of a row.
@@ -379,8 +376,10 @@ void ConnectionHistoryDlg::setTableBehaviour()
     m_pConnectionTblTreeWidget->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_pConnectionTblTreeWidget->setShowGrid(false);
     m_pConnectionTblTreeWidget->verticalHeader()->setVisible(false);
-    // From Qt 5 on a header refuses to make rows lower than its own font asks for.
+    // From Qt 5 on a header refuses to make rows lower than its own font asks for. With this height as the default the
+    // header need not move all rows below each row whose height is set.
     m_pConnectionTblTreeWidget->verticalHeader()->setMinimumSectionSize(s_rowHeight);
+    m_pConnectionTblTreeWidget->verticalHeader()->setDefaultSectionSize(s_rowHeight);
     for (int column = 0; column < s_columnCount; ++column)
         m_pConnectionTblTreeWidget->setColumnWidth(column, widths[column]);
 }
@@ -445,20 +444,17 @@ void ConnectionHistoryDlg::populateTable()
         return;
     }
     ++m_filling;
-    const QHash<int, ConnectionRecord *> records = m_pNetInfoRecordLogic->m_hash;
-    const int count = static_cast<int>(records.size());
-    m_pConnectionTblTreeWidget->setRowCount(count);
+    const std::vector<KeyAndRecord> records = inOrder(m_pNetInfoRecordLogic->m_hash);
+    m_pConnectionTblTreeWidget->setRowCount(static_cast<int>(records.size()));
     m_pConnectionTblTreeWidget->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    QList<int> keys = records.keys();
-    std::sort(keys.begin(), keys.end()); // the hash's own order is anybody's guess from Qt 5 on
-    const HeaderPause pause(m_pConnectionTblTreeWidget->verticalHeader());
-    for (int row = 0; row < count; ++row) {
-        ConnectionRecord *const record = records.value(keys.at(row));
-        if (!record) {
+    int row = 0;
+    for (const KeyAndRecord &entry : records) {
+        if (!entry.second) {
             TRACE(trace::ArgIsNull);
             return;
         }
-        PopulateTableRowOfConnectionRecord(record, row);
+        PopulateTableRowOfConnectionRecord(entry.second, row);
+        ++row;
     }
     TRACE(trace::EndFile);
 }

@@ -135,7 +135,6 @@ private slots:
         for (int row = 0; row < 40; ++row)
             QCOMPARE(m_table->rowHeight(row), 14);
         QCOMPARE(m_table->verticalHeader()->length(), 40 * 14);
-        QVERIFY(m_table->verticalHeader()->updatesEnabled());
     }
 
     void tableScrollsByPixelsSideways()
@@ -202,10 +201,8 @@ private slots:
         QVERIFY(m_table->item(1, 5));
         QVERIFY(!m_table->item(2, 0));
         QVERIFY(!m_table->item(3, 0));
-        QVERIFY(m_table->rowHeight(2) != 14); // only filled rows are set
         QCOMPARE(log.shapes().last(),
                  QStringLiteral("Arg is NULL: TIME: PATH/ConnectionHistoryDlg: populateTable LINE"));
-        QVERIFY(m_table->verticalHeader()->updatesEnabled());
         delete m_store->m_hash.take(3);
     }
 
