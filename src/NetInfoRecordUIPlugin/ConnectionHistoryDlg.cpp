@@ -132,6 +132,7 @@ ConnectionRecord *linkedRecord(const QTableWidgetItem &item)
 QList<ConnectionRecord> recordsOf(const QList<QTableWidgetItem *> &items)
 {
     QList<ConnectionRecord> records;
+    records.reserve(items.count() / s_columnCount);
     for (int i = 0; i < items.count(); ++i) {
         if (const ConnectionRecord *const record = linkedRecord(*items.at(i)))
             records.append(*record);
@@ -211,6 +212,7 @@ ConnectionHistoryDlg::ConnectionHistoryDlg()
     , m_pMenuAShortcut(nullptr)
     , m_pNoteLabel(new (std::nothrow) QLabel)
     , m_filling(0)
+    , m_isAsking(false)
 {
     TRACE(trace::StartFile);
     if (m_pConnectionHistoryWidget)
@@ -488,6 +490,10 @@ void ConnectionHistoryDlg::ReleaseTable()
         TRACE(trace::ArgIsNull);
         return;
     }
+    if (m_isAsking) {
+        m_isAsking = false;
+        m_askedAbout = recordsOf(m_pConnectionTblTreeWidget->selectedItems());
+    }
     for (int row = 0; row < m_pConnectionTblTreeWidget->rowCount(); ++row) {
         const QTableWidgetItem *const item = m_pConnectionTblTreeWidget->item(row, 0);
         if (!item) {
@@ -584,17 +590,19 @@ void ConnectionHistoryDlg::onDelete()
     QList<QTableWidgetItem *> selected = m_pConnectionTblTreeWidget->selectedItems();
     if (selected.count() / s_columnCount == 0)
         return;
-    const QList<ConnectionRecord> askedAbout = recordsOf(selected);
     const unsigned int filling = m_filling;
     const QPointer<ConnectionHistoryDlg> self(this);
+    m_isAsking = true;
     bool isAgreed = isConfirmed(QLatin1String("IDS_STR_DELETE"));
     if (!self)
         return;
+    m_isAsking = false;
     if (isAgreed && m_filling != filling) {
         // A connection ended meanwhile and the rows are new ones. The answer counts only if it still means the same.
         selected = m_pConnectionTblTreeWidget->selectedItems();
-        isAgreed = isSame(recordsOf(selected), askedAbout);
+        isAgreed = !m_askedAbout.isEmpty() && isSame(recordsOf(selected), m_askedAbout);
     }
+    m_askedAbout = QList<ConnectionRecord>();
     if (isAgreed)
         deleteSelected(selected);
     TRACE(trace::Exit);
@@ -602,6 +610,7 @@ void ConnectionHistoryDlg::onDelete()
 
 void ConnectionHistoryDlg::deleteSelected(const QList<QTableWidgetItem *> &selected)
 {
+    ++m_filling;
     // Asked for its row, an item searches the whole table.
     QHash<const QTableWidgetItem *, int> rowOfItem;
     rowOfItem.reserve(m_pConnectionTblTreeWidget->rowCount());
@@ -610,6 +619,8 @@ void ConnectionHistoryDlg::deleteSelected(const QList<QTableWidgetItem *> &selec
 
     QList<int> keys;
     QList<int> rows;
+    keys.reserve(selected.count() / s_columnCount);
+    rows.reserve(selected.count() / s_columnCount);
     for (int i = 0; i < selected.count(); ++i) {
         if (const ConnectionRecord *const record = linkedRecord(*selected.at(i))) {
             keys.append(record->nId);

@@ -2,6 +2,7 @@
 #ifndef NETINFORECORD_CONNECTIONHISTORYDLG_H
 #define NETINFORECORD_CONNECTIONHISTORYDLG_H
 
+#include "ConnectionRecord.h"
 #include "QtCompat.h"
 
 #include <QItemDelegate>
@@ -9,7 +10,6 @@
 #include <QString>
 #include <QWidget>
 
-class ConnectionRecord;
 class ExtendDialog;
 class NetInfoRecordLogic;
 class QAction;
@@ -125,7 +125,9 @@ private:
     bool areSummaryWidgetsComplete() const;
     void setSummaryTexts();
 
-    unsigned int m_filling; ///< Tells one filling of the table from the next.
+    unsigned int m_filling; ///< Tells one set of rows from the next.
+    bool m_isAsking;        ///< The question about the selected records is open, and they are still there.
+    QList<ConnectionRecord> m_askedAbout; ///< What it was about, where they are not.
 };
 
 #endif

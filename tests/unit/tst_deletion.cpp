@@ -383,6 +383,20 @@ private slots:
         QCOMPARE(names(), QStringList({QStringLiteral("apn-1"), QStringLiteral("apn-2"), QStringLiteral("apn-3")}));
     }
 
+    void secondQuestionThatIsAnsweredFirst()
+    {
+        openPage(4);
+        select({1, 2});
+        state().answers = {s_ok, s_ok};
+        state().duringMessage = [this] {
+            state().duringMessage = nullptr;
+            m_page->onDelete();
+        };
+        m_page->onDelete();
+        QCOMPARE(FakeStatistics::removedPositions(), Positions({2, 1})); // once
+        QCOMPARE(names(), QStringList({QStringLiteral("apn-0"), QStringLiteral("apn-3")}));
+    }
+
     void pageThatEndsDuringTheQuestion()
     {
         openPage(2);
