@@ -1,6 +1,7 @@
 // recorder-probe, a helper of the recorder's tests.
 //   recorder-probe records FILE   prints the history's records, then its open rows, one JSON object a line
-//   recorder-probe client FILE    is a window: a RecorderClient that prints what it announces, one JSON object a line
+//   recorder-probe client FILE [SAMPLE-MS]   is a window: a RecorderClient that prints what it announces, one JSON
+//   object a line
 #include "host/recorder/RecorderClient.h"
 #include "host/recorder/RecorderService.h"
 
@@ -71,10 +72,11 @@ QJsonObject withRecord(QJsonObject event, const QString &file, qint64 key)
     return event;
 }
 
-int runClient(const QString &file)
+int runClient(const QString &file, int sampleMs)
 {
     ClientOptions options;
     options.recorder.historyPath = file;
+    options.recorder.sampleMs = sampleMs;
     RecorderClient client(options);
     const auto event = [](const char *name, const Announcement &connection) {
         QJsonObject object = QJsonObject::fromVariantMap(toVariantMap(connection));
@@ -103,8 +105,8 @@ int main(int argc, char **argv)
     const QStringList arguments = QCoreApplication::arguments();
     if (arguments.value(1) == "records" && arguments.size() == 3)
         return printHistory(arguments.at(2));
-    if (arguments.value(1) == "client" && arguments.size() == 3)
-        return runClient(arguments.at(2));
-    fputs("usage: recorder-probe records|client FILE\n", stderr);
+    if (arguments.value(1) == "client" && arguments.size() >= 3)
+        return runClient(arguments.at(2), arguments.value(3, "1000").toInt());
+    fputs("usage: recorder-probe records FILE | client FILE [SAMPLE-MS]\n", stderr);
     return 1;
 }

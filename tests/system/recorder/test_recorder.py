@@ -43,8 +43,8 @@ class Case(unittest.TestCase):
         self.programs.append(Recorder(self.history, **options))
         return self.programs[-1]
 
-    def window(self):
-        self.programs.append(Window(self.history))
+    def window(self, **options):
+        self.programs.append(Window(self.history, **options))
         return self.programs[-1]
 
     def bring_up(self, profile, interface):
@@ -175,9 +175,12 @@ class Cable(Case):
 
     def test_activation_that_fails_is_no_connection(self):
         self.recorder()
-        w.run("nmcli", "connection", "add", "type", "ethernet", "con-name", "Broken", "ifname", "v0", "autoconnect", "no",
-              "ipv4.method", "auto", "ipv4.dhcp-timeout", "1", "ipv6.method", "disabled")
-        w.run("nmcli", "connection", "up", "Broken", check=False)
+        # It fails late, when the link has its addresses: a tunnel that belongs to it does not exist.
+        THE_WORLD.add_cable_profile("Broken", address=3)
+        w.run("nmcli", "connection", "modify", "Broken", "+connection.secondaries",
+              "11111111-2222-3333-4444-555555555555")
+        said = w.run("nmcli", "connection", "up", "Broken", check=False)
+        self.assertIn("failed", said)
         self.bring_up("Home Line", "v0")
         THE_WORLD.down("Home Line")
         (record,) = self.history.wait_for_records(1)
@@ -659,13 +662,11 @@ class Sleep(Case):
 
     def test_link_that_stays_up_has_a_checkpoint_before(self):
         THE_WORLD.add_cable_profile("Home Line")
-        recorder = self.recorder()
+        self.window(sample_ms=3_600_000).wait_until_recording()  # so that no ordinary checkpoint comes between
         start = self.bring_up("Home Line", "v0")
-        recorder.process.send_signal(signal.SIGSTOP)  # so that no ordinary checkpoint comes between
         transfer("v0", up=SOME)
         asleep = kernel("v0")
         THE_WORLD.prepare_for_sleep(True)
-        recorder.process.send_signal(signal.SIGCONT)
         wait(lambda: [row for row in self.history.open_rows() if (row["tx"], row["rx"]) == asleep], "a checkpoint")
         THE_WORLD.prepare_for_sleep(False)
         THE_WORLD.down("Home Line")

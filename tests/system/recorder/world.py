@@ -299,8 +299,8 @@ class Recorder(Program):
 class Window(Program):
     """A program that listens to the recorder, or records while there is none."""
 
-    def __init__(self, history):
-        super().__init__(PROBE, "client", history.path)
+    def __init__(self, history, sample_ms=1000):
+        super().__init__(PROBE, "client", history.path, str(sample_ms))
 
     def events(self, *kinds):
         return [event for event in map(json.loads, self.lines()) if event["event"] in kinds]
