@@ -74,7 +74,7 @@ NetworkManagerSource::NetworkManagerSource(const QString &settingsFile, QObject 
 
 NetworkManagerSource::~NetworkManagerSource()
 {
-    stop();
+    NetworkManagerSource::stop();
 }
 
 void NetworkManagerSource::start()

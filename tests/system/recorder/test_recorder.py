@@ -45,6 +45,7 @@ class Case(unittest.TestCase):
 
     def window(self, **options):
         self.programs.append(Window(self.history, **options))
+        self.programs[-1].wait_for("status")  # it listens, or records
         return self.programs[-1]
 
     def bring_up(self, profile, interface):
