@@ -136,7 +136,7 @@ private slots:
         QFile::remove(HostUi::settingsFile());
         QCOMPARE(
             QProcess::execute(variable("NETINFO_BIN_DIR") + QStringLiteral("/netinfo-records"),
-                              {QStringLiteral("import"),
+                              {QStringLiteral("import"), QStringLiteral("--shift-to-now"),
                                variable("NETINFO_SOURCE_DIR") + QStringLiteral("/host/cli/sample/sample-history.csv")}),
             0);
     }
