@@ -18,17 +18,6 @@ QDate firstOfMonth(const QDate &today, int monthsBack)
     return QDate(today.year(), today.month(), 1).addMonths(-monthsBack);
 }
 
-/// The first moment of the day: 00:00, later where the clock is put forward at midnight, and the earlier of two where
-/// it is put back over midnight.
-std::int64_t startOfDay(const QDate &day)
-{
-    constexpr std::int64_t step = 900; // Offsets from universal time are multiples of a quarter of an hour.
-    std::int64_t start = day.startOfDay().toSecsSinceEpoch();
-    while (QDateTime::fromSecsSinceEpoch(start - step).date() == day)
-        start -= step;
-    return start;
-}
-
 QString amountText(std::int64_t bytes)
 {
     return QString::asprintf("%.2f", static_cast<double>(bytes) / 1048576.0);
@@ -77,8 +66,9 @@ void add(zelk::PeriodTotal &sum, const zelk::PeriodTotal &total)
 std::vector<std::int64_t> MonthlyTotals::boundaries(const QDate &today)
 {
     std::vector<std::int64_t> starts;
+    // The first moment of the day, which is not 00:00 where the clock is put forward at midnight.
     for (int monthsBack = 2; monthsBack >= -1; --monthsBack)
-        starts.push_back(startOfDay(firstOfMonth(today, monthsBack)));
+        starts.push_back(firstOfMonth(today, monthsBack).startOfDay().toSecsSinceEpoch());
     return starts;
 }
 

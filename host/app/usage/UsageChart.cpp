@@ -112,6 +112,11 @@ int UsageChart::dayAt(const QPoint &position) const
 
 void UsageChart::draw(QPainter &painter, const QRect &area) const
 {
+    drawChart(painter, area, 0);
+}
+
+void UsageChart::drawChart(QPainter &painter, const QRect &area, int selected) const
+{
     const UsageColours colours(palette());
     const QRectF plot = plotIn(area);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -120,6 +125,11 @@ void UsageChart::draw(QPainter &painter, const QRect &area) const
     if (m_days.empty())
         return;
     drawWeekends(painter, plot, colours);
+    if (selected > 0) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.setBrush(colours.selection);
+        painter.drawRoundedRect(column(plot, selected).adjusted(0, -4, 0, fontMetrics().height() + 6), 3, 3);
+    }
     drawGrid(painter, plot, colours);
     drawBars(painter, plot, colours);
     drawDays(painter, plot, colours);
@@ -213,14 +223,7 @@ void UsageChart::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     const UsageColours colours(palette());
     painter.fillRect(rect(), colours.ground);
-    if (m_selected > 0) {
-        const QRectF room = columnOf(m_selected).adjusted(0, -4, 0, fontMetrics().height() + 6);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.setBrush(colours.selection);
-        painter.drawRoundedRect(room, 3, 3);
-    }
-    draw(painter, rect());
+    drawChart(painter, rect(), m_selected);
     if (hasFocus()) {
         QStyleOptionFocusRect option;
         option.initFrom(this);

@@ -64,6 +64,7 @@ private:
     QRectF plotIn(const QRect &area) const;
     QRectF column(const QRectF &plot, int day) const;
     int today() const;
+    void drawChart(QPainter &painter, const QRect &area, int selected) const;
     void drawLegend(QPainter &painter, const QRect &area, const UsageColours &colours) const;
     void drawGrid(QPainter &painter, const QRectF &plot, const UsageColours &colours) const;
     void drawWeekends(QPainter &painter, const QRectF &plot, const UsageColours &colours) const;

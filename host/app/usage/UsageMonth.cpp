@@ -8,18 +8,11 @@
 
 namespace {
 
-/// The first moment of the day; of two midnights, where the clock is put back over one, the earlier. Of a day that is
-/// left out: the next day's.
+/// The first moment of the day; of a day that the calendar leaves out, the next day's.
 std::int64_t startOfDay(const QDate &day)
 {
-    constexpr std::int64_t step = 900; // Offsets from universal time are multiples of a quarter of an hour.
-    const QDateTime found = day.startOfDay();
-    if (!found.isValid() || found.date() != day)
-        return startOfDay(day.addDays(1));
-    std::int64_t start = found.toSecsSinceEpoch();
-    while (QDateTime::fromSecsSinceEpoch(start - step).date() == day)
-        start -= step;
-    return start;
+    const QDateTime start = day.startOfDay();
+    return start.isValid() && start.date() == day ? start.toSecsSinceEpoch() : startOfDay(day.addDays(1));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 // The plug-in "Monthly totals" as the host loads it, with the product's real library and a real history file.
+#include "AccumulateDlg.h"
 #include "FakeClock.h"
 #include "HostUi.h"
 #include "plugin/INotify.h"
@@ -269,6 +270,7 @@ void CumulativePluginTest::reopeningStartsAfresh()
         if (round == 1) // At once: before the closed one is cleared away.
             continue;
         QTRY_VERIFY(!frame);
+        QVERIFY(!AccumulateDlg::m_pAccumulateDlgInst);
     }
     QTest::qWait(0);
     QVERIFY(!window());
@@ -340,6 +342,7 @@ void CumulativePluginTest::mainWindowTakesTheWindowAlong()
     QVERIFY(open());
     m_mainWindow.reset();
     QVERIFY(!window());
+    QVERIFY(!AccumulateDlg::m_pAccumulateDlgInst);
     m_mainWindow = std::make_unique<QWidget>();
     QVERIFY(open());
     QCOMPARE(shown(), QStringList({"1.00 MB", "10.00 MB", "00:00:01"}));
@@ -354,6 +357,7 @@ void CumulativePluginTest::unloadingClosesTheWindow()
     const QPointer<QDialog> frame = window();
     m_plugin->OnDestroy();
     QVERIFY(!frame);
+    QVERIFY(!AccumulateDlg::m_pAccumulateDlgInst);
     delete m_object;
     m_object = nullptr;
     QVERIFY(m_loader.unload());

@@ -247,6 +247,10 @@ void UsagePageTest::mouseSelectsTheDayBelowIt()
     for (const int day : {1, 17, 30}) {
         QTest::mouseClick(chart(), Qt::LeftButton, Qt::NoModifier, chart()->columnOf(day).center().toPoint());
         QCOMPARE(chart()->selectedDay(), day);
+        // The mark lies above a weekend's shade (the 1st is a Sunday) and below the bars.
+        const QPoint free = chart()->columnOf(day).topLeft().toPoint() + QPoint(3, 8);
+        const QImage image = chart()->grab().toImage();
+        QCOMPARE(image.pixelColor(free), UsageColours(m_page->palette()).selection);
     }
     QCOMPARE(chart()->dayAt(QPoint(1, 100)), 0);
 }

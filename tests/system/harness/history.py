@@ -32,6 +32,11 @@ class History:
                       '--duration', str(seconds), '--uploaded', str(seconds * 1711), '--downloaded',
                       str(seconds * 900001))
 
+    def add_one(self, profile, start, seconds, uploaded, downloaded):
+        """Adds a connection with these figures; `start` such as '2026-08-15T12:00:00Z', amounts in bytes."""
+        self._run('add', '--profile', profile, '--start', start, '--duration', str(seconds), '--uploaded',
+                  str(uploaded), '--downloaded', str(downloaded))
+
     def remove(self, key):
         self._run('remove', str(key), '--yes')
 
