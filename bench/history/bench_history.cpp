@@ -100,7 +100,7 @@ public:
 void pageLoadsConvertsShows(benchmark::State &state)
 {
     fillService(static_cast<int>(state.range(0)));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         Host host;
         const double begin = now();
         ConnectionHistoryDlg *const page = ConnectionHistoryDlg::Instance();
@@ -116,7 +116,7 @@ void pageLoadsConvertsShows(benchmark::State &state)
 void floorFillsShows(benchmark::State &state)
 {
     const std::vector<Row> rows = readyMadeRows(static_cast<int>(state.range(0)));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         Host host;
         const double begin = now();
         QWidget *const widget = new QWidget(&host);
@@ -132,7 +132,7 @@ void floorFillsShows(benchmark::State &state)
 
 void pageDeletesSelection(benchmark::State &state)
 {
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         fillService(static_cast<int>(state.range(0)));
         Host host;
         ConnectionHistoryDlg *const page = ConnectionHistoryDlg::Instance();
@@ -156,7 +156,7 @@ void floorDeletes(benchmark::State &state)
 {
     const int count = static_cast<int>(state.range(0));
     const std::vector<Row> rows = readyMadeRows(count);
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         fillService(count);
         Host host;
         QTableWidget table(&host);

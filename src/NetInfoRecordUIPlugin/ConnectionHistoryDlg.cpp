@@ -22,6 +22,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QShortcut>
+#include <QStyle>
 #include <QTableWidget>
 #include <QVBoxLayout>
 
@@ -129,9 +130,9 @@ ConnectionRecord *linkedRecord(const QTableWidgetItem &item)
     return compat::pointerFromVariant<ConnectionRecord>(item.data(Qt::UserRole));
 }
 
-QList<ConnectionRecord> recordsOf(const QList<QTableWidgetItem *> &items)
+QVector<ConnectionRecord> recordsOf(const QList<QTableWidgetItem *> &items)
 {
-    QList<ConnectionRecord> records;
+    QVector<ConnectionRecord> records;
     records.reserve(items.count() / s_columnCount);
     for (int i = 0; i < items.count(); ++i) {
         if (const ConnectionRecord *const record = linkedRecord(*items.at(i)))
@@ -140,7 +141,7 @@ QList<ConnectionRecord> recordsOf(const QList<QTableWidgetItem *> &items)
     return records;
 }
 
-bool isSame(const QList<ConnectionRecord> &a, const QList<ConnectionRecord> &b)
+bool isSame(const QVector<ConnectionRecord> &a, const QVector<ConnectionRecord> &b)
 {
     if (a.count() != b.count())
         return false;
@@ -602,7 +603,7 @@ void ConnectionHistoryDlg::onDelete()
         selected = m_pConnectionTblTreeWidget->selectedItems();
         isAgreed = !m_askedAbout.isEmpty() && isSame(recordsOf(selected), m_askedAbout);
     }
-    m_askedAbout = QList<ConnectionRecord>();
+    m_askedAbout = QVector<ConnectionRecord>();
     if (isAgreed)
         deleteSelected(selected);
     TRACE(trace::Exit);
@@ -617,8 +618,8 @@ void ConnectionHistoryDlg::deleteSelected(const QList<QTableWidgetItem *> &selec
     for (int row = 0; row < m_pConnectionTblTreeWidget->rowCount(); ++row)
         rowOfItem.insert(m_pConnectionTblTreeWidget->item(row, 0), row);
 
-    QList<int> keys;
-    QList<int> rows;
+    QVector<int> keys;
+    QVector<int> rows;
     keys.reserve(selected.count() / s_columnCount);
     rows.reserve(selected.count() / s_columnCount);
     for (int i = 0; i < selected.count(); ++i) {
@@ -632,7 +633,7 @@ void ConnectionHistoryDlg::deleteSelected(const QList<QTableWidgetItem *> &selec
 }
 
 /// From the last one up, so that no removal moves a row still to be removed.
-void ConnectionHistoryDlg::removeRows(QList<int> rows)
+void ConnectionHistoryDlg::removeRows(QVector<int> rows)
 {
     std::sort(rows.begin(), rows.end());
     for (int i = static_cast<int>(rows.size()) - 1; i >= 0; --i)
@@ -641,7 +642,7 @@ void ConnectionHistoryDlg::removeRows(QList<int> rows)
 
 /// From the highest position down, since the service addresses its records by position. The remaining records keep
 /// theirs until the store is next loaded.
-void ConnectionHistoryDlg::removeRecords(QList<int> keys)
+void ConnectionHistoryDlg::removeRecords(QVector<int> keys)
 {
     std::sort(keys.begin(), keys.end());
     for (int i = static_cast<int>(keys.size()) - 1; i >= 0; --i) {

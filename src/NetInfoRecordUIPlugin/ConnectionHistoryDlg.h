@@ -8,6 +8,7 @@
 #include <QItemDelegate>
 #include <QList>
 #include <QString>
+#include <QVector>
 #include <QWidget>
 
 class ExtendDialog;
@@ -114,8 +115,8 @@ private:
     bool createMenuActions();
     bool isConfirmed(const QString &textId);
     void deleteSelected(const QList<QTableWidgetItem *> &selected);
-    void removeRows(QList<int> rows);
-    void removeRecords(QList<int> keys);
+    void removeRows(QVector<int> rows);
+    void removeRecords(QVector<int> keys);
 
     void discardSummary();
     void forgetSummary(const QWidget *gone);
@@ -127,7 +128,7 @@ private:
 
     unsigned int m_filling; ///< Tells one set of rows from the next.
     bool m_isAsking;        ///< The question about the selected records is open, and they are still there.
-    QList<ConnectionRecord> m_askedAbout; ///< What it was about, where they are not.
+    QVector<ConnectionRecord> m_askedAbout; ///< What it was about, where they are not.
 };
 
 #endif

@@ -129,7 +129,7 @@ QString LocalClock::stampText(int seconds)
     const int days = static_cast<int>(local >= 0 ? local / day : -((day - 1 - local) / day));
     const int rest = static_cast<int>(local - static_cast<qint64>(days) * day);
     const CivilDate date(days);
-    QString text(14, Qt::Uninitialized);
+    QString text(14, QLatin1Char('0'));
     QChar *out = text.data();
     out = writeTwoDigits(out, date.year / 100); // 32 bits of seconds reach from 1901 to 2038: always four digits
     out = writeTwoDigits(out, date.year % 100);
@@ -143,8 +143,9 @@ int LocalClock::offsetAt(int seconds)
 {
     if (m_begin <= seconds && seconds <= m_end)
         return m_offset;
-    const qint64 step = 2 * 24 * 60 * 60;
-    const qint64 begin = (seconds >= 0 ? seconds / step : -((step - 1 - seconds) / step)) * step;
+    const int step = 2 * 24 * 60 * 60;
+    const qint64 steps = seconds >= 0 ? seconds / step : -((static_cast<qint64>(step) - 1 - seconds) / step);
+    const qint64 begin = steps * step;
     const qint64 end = begin + step;
     if (begin < std::numeric_limits<int>::min() || end > std::numeric_limits<int>::max())
         return systemOffset(seconds);

@@ -34,6 +34,13 @@ QString plainTwoDecimals(double value)
     return QString::fromLatin1(buffer);
 }
 
+quint64 bitsOf(double value)
+{
+    quint64 bits = 0;
+    std::memcpy(&bits, &value, sizeof(bits));
+    return bits;
+}
+
 QString plainStamp(int seconds)
 {
     return QDateTime::fromSecsSinceEpoch(seconds).toString(QLatin1String(s_format));
@@ -272,7 +279,7 @@ private slots:
         QCOMPARE(conversion::toInt(text.constData()), plain.toInt());
         const double expected = plain.toDouble();
         const double actual = conversion::toDouble(text.constData());
-        QVERIFY(std::memcmp(&actual, &expected, sizeof(actual)) == 0 || (std::isnan(actual) && std::isnan(expected)));
+        QVERIFY(bitsOf(actual) == bitsOf(expected) || (std::isnan(actual) && std::isnan(expected)));
     }
 
     void twoDecimalsOfKnownValues_data()
