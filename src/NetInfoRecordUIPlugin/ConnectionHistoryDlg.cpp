@@ -1,8 +1,10 @@
-// The connection-history page. Tests of freshly made objects are not idle: they are made with the allocation that
-// answers null, so that a machine short of memory loses a row or a menu and not the host's process.
+// The connection-history page. One file, however long: its trace lines name it together with a line number.
+//
+// Tests of freshly made objects are not idle: they are made with the allocation that answers null, so that a machine
+// short of memory loses a row or a menu and not the host's process.
 #include "ConnectionHistoryDlg.h"
 
-#include "Conversion.h"
+#include "HistoryRows.h"
 #include "NetInfoRecordLogic.h"
 #include "Trace.h"
 #include "ui/Change.h"
@@ -29,12 +31,10 @@
 #include <algorithm>
 #include <memory>
 #include <new>
-#include <utility>
 #include <vector>
 
 static const trace::Unit s_traceUnit = {"../../src/NetInfoRecordUIPlugin/ConnectionHistoryDlg", nullptr};
 
-static const int s_columnCount = 6;
 static const int s_rowHeight = 14;
 
 ConnectionHistoryDlg *ConnectionHistoryDlg::m_pConnectionHistoryInst = nullptr;
@@ -65,96 +65,6 @@ private:
     QPointer<ConnectionHistoryDlg> m_page;
     Listener m_listener;
 };
-
-typedef std::pair<int, ConnectionRecord *> KeyAndRecord;
-
-/// In ascending order of the keys; the hash's own order is anybody's guess from Qt 5 on.
-std::vector<KeyAndRecord> inOrder(const QHash<int, ConnectionRecord *> &records)
-{
-    std::vector<KeyAndRecord> result;
-    result.reserve(static_cast<std::size_t>(records.size()));
-    for (QHash<int, ConnectionRecord *>::const_iterator it = records.constBegin(); it != records.constEnd(); ++it)
-        result.push_back(KeyAndRecord(it.key(), it.value()));
-    std::sort(result.begin(), result.end());
-    return result;
-}
-
-/// A cell that shows a date-time value. The value is made from its stamp when somebody looks: few rows are ever in
-/// sight, and the toolkit takes longer for one date-time value than for all the rest of a row.
-class StampItem : public QTableWidgetItem
-{
-public:
-    explicit StampItem(const QString &stamp) : QTableWidgetItem(0), m_stamp(stamp), m_isPending(true) {}
-
-    QVariant data(int role) const override
-    {
-        if (m_isPending && isDisplay(role))
-            return conversion::stampValue(m_stamp);
-        return QTableWidgetItem::data(role);
-    }
-    void setData(int role, const QVariant &value) override
-    {
-        m_isPending = m_isPending && !isDisplay(role);
-        QTableWidgetItem::setData(role, value);
-    }
-    QTableWidgetItem *clone() const override
-    {
-        QTableWidgetItem *const copy = new QTableWidgetItem(*this);
-        copy->setData(Qt::DisplayRole, data(Qt::DisplayRole));
-        return copy;
-    }
-
-private:
-    static bool isDisplay(int role) { return role == Qt::DisplayRole || role == Qt::EditRole; }
-
-    QString m_stamp;
-    bool m_isPending; ///< Nobody has put another value in the stamp's place.
-};
-
-/// A new cell for \a column with its value; null when there is no memory.
-QTableWidgetItem *newCell(const ConnectionRecord &record, int column)
-{
-    if (column == 1 || column == 2)
-        return new (std::nothrow) StampItem(column == 1 ? record.strStartTime : record.strEndTime);
-    const QString *const texts[s_columnCount] = {
-        &record.strApn, nullptr, nullptr, &record.strConnectedTime, &record.strUploaded, &record.strDownloaded};
-    QTableWidgetItem *const item = new (std::nothrow) QTableWidgetItem(0);
-    if (item)
-        item->setData(Qt::DisplayRole, *texts[column]);
-    return item;
-}
-
-/// The record that a cell links to; null for every cell outside the first column.
-ConnectionRecord *linkedRecord(const QTableWidgetItem &item)
-{
-    return compat::pointerFromVariant<ConnectionRecord>(item.data(Qt::UserRole));
-}
-
-QVector<ConnectionRecord> recordsOf(const QList<QTableWidgetItem *> &items)
-{
-    QVector<ConnectionRecord> records;
-    records.reserve(items.count() / s_columnCount);
-    for (int i = 0; i < items.count(); ++i) {
-        if (const ConnectionRecord *const record = linkedRecord(*items.at(i)))
-            records.append(*record);
-    }
-    return records;
-}
-
-bool isSame(const QVector<ConnectionRecord> &a, const QVector<ConnectionRecord> &b)
-{
-    if (a.count() != b.count())
-        return false;
-    for (int i = 0; i < a.count(); ++i) {
-        const ConnectionRecord &x = a.at(i);
-        const ConnectionRecord &y = b.at(i);
-        if (x.nId != y.nId || x.strApn != y.strApn || x.strStartTime != y.strStartTime ||
-            x.strEndTime != y.strEndTime || x.strConnectedTime != y.strConnectedTime ||
-            x.strUploaded != y.strUploaded || x.strDownloaded != y.strDownloaded)
-            return false;
-    }
-    return true;
-}
 
 } // namespace
 
@@ -239,7 +149,7 @@ ConnectionHistoryDlg::~ConnectionHistoryDlg()
 void ConnectionHistoryDlg::destroyWidgets()
 {
     if (m_pConnectionTblTreeWidget) {
-        for (int column = 0; column < s_columnCount; ++column)
+        for (int column = 0; column < rows::columnCount; ++column)
             delete m_pConnectionTblTreeWidget->horizontalHeaderItem(column);
         delete m_pConnectionTblTreeWidget->itemDelegate();
     }
@@ -331,9 +241,9 @@ bool ConnectionHistoryDlg::layOut()
 void ConnectionHistoryDlg::uiSetText()
 {
     TRACE(trace::StartFile);
-    QTableWidgetItem *items[s_columnCount];
+    QTableWidgetItem *items[rows::columnCount];
     bool isComplete = true;
-    for (int column = s_columnCount - 1; column >= 0; --column) {
+    for (int column = rows::columnCount - 1; column >= 0; --column) {
         items[column] = new (std::nothrow) QTableWidgetItem(0);
         isComplete = isComplete && items[column];
     }
@@ -342,7 +252,7 @@ void ConnectionHistoryDlg::uiSetText()
         return;
     }
     m_pConnectionTblTreeWidget->setObjectName(QLatin1String("Empty Table")); // style sheets know it by this name
-    m_pConnectionTblTreeWidget->setColumnCount(s_columnCount);
+    m_pConnectionTblTreeWidget->setColumnCount(rows::columnCount);
     m_pConnectionTblTreeWidget->setWordWrap(false);
     if (m_pGridDelegate)
         m_pConnectionTblTreeWidget->setItemDelegate(m_pGridDelegate);
@@ -363,10 +273,10 @@ void ConnectionHistoryDlg::uiSetText()
 /// The table takes the items and deletes those of the previous language.
 void ConnectionHistoryDlg::setHeaderItems(QTableWidgetItem *const *items)
 {
-    static const char *const ids[s_columnCount] = {"IDS_LIST_APN",      "IDS_LIST_STARTTIME",
-                                                   "IDS_LIST_ENDTIME",  "IDS_LIST_CONNECTEDTIME",
-                                                   "IDS_LIST_UPLOADED", "IDS_LIST_DOWNLOADED"};
-    for (int column = 0; column < s_columnCount; ++column) {
+    static const char *const ids[rows::columnCount] = {"IDS_LIST_APN",      "IDS_LIST_STARTTIME",
+                                                       "IDS_LIST_ENDTIME",  "IDS_LIST_CONNECTEDTIME",
+                                                       "IDS_LIST_UPLOADED", "IDS_LIST_DOWNLOADED"};
+    for (int column = 0; column < rows::columnCount; ++column) {
         m_pConnectionTblTreeWidget->setHorizontalHeaderItem(column, items[column]);
         items[column]->setData(Qt::DisplayRole, tr(QLatin1String(ids[column])));
     }
@@ -374,7 +284,7 @@ void ConnectionHistoryDlg::setHeaderItems(QTableWidgetItem *const *items)
 
 void ConnectionHistoryDlg::setTableBehaviour()
 {
-    static const int widths[s_columnCount] = {110, 135, 135, 110, 110, 110};
+    static const int widths[rows::columnCount] = {110, 135, 135, 110, 110, 110};
     m_pConnectionTblTreeWidget->setContextMenuPolicy(Qt::CustomContextMenu);
     m_pConnectionTblTreeWidget->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_pConnectionTblTreeWidget->setShowGrid(false);
@@ -383,7 +293,7 @@ void ConnectionHistoryDlg::setTableBehaviour()
     // header need not move all rows below each row whose height is set.
     m_pConnectionTblTreeWidget->verticalHeader()->setMinimumSectionSize(s_rowHeight);
     m_pConnectionTblTreeWidget->verticalHeader()->setDefaultSectionSize(s_rowHeight);
-    for (int column = 0; column < s_columnCount; ++column)
+    for (int column = 0; column < rows::columnCount; ++column)
         m_pConnectionTblTreeWidget->setColumnWidth(column, widths[column]);
 }
 
@@ -447,11 +357,11 @@ void ConnectionHistoryDlg::populateTable()
         return;
     }
     ++m_filling;
-    const std::vector<KeyAndRecord> records = inOrder(m_pNetInfoRecordLogic->m_hash);
+    const std::vector<rows::KeyAndRecord> records = rows::inOrder(m_pNetInfoRecordLogic->m_hash);
     m_pConnectionTblTreeWidget->setRowCount(static_cast<int>(records.size()));
     m_pConnectionTblTreeWidget->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     int row = 0;
-    for (const KeyAndRecord &entry : records) {
+    for (const rows::KeyAndRecord &entry : records) {
         if (!entry.second) {
             TRACE(trace::ArgIsNull);
             return;
@@ -470,15 +380,12 @@ void ConnectionHistoryDlg::PopulateTableRowOfConnectionRecord(ConnectionRecord *
         return;
     }
     m_pConnectionTblTreeWidget->setRowHeight(row, s_rowHeight);
-    for (int column = 0; column < s_columnCount; ++column) {
-        QTableWidgetItem *const item = newCell(*record, column);
+    for (int column = 0; column < rows::columnCount; ++column) {
+        QTableWidgetItem *const item = rows::newCell(record, column);
         if (!item) {
             TRACE(trace::ArgIsNull);
             return;
         }
-        item->setData(Qt::TextAlignmentRole, static_cast<int>(Qt::AlignLeft));
-        item->setData(Qt::UserRole, column == 0 ? compat::pointerToVariant(record) : QVariant(0));
-        item->setFlags(item->flags() & ~Qt::ItemIsEditable);
         m_pConnectionTblTreeWidget->setItem(row, column, item);
     }
     TRACE(trace::EndFile);
@@ -493,7 +400,7 @@ void ConnectionHistoryDlg::ReleaseTable()
     }
     if (m_isAsking) {
         m_isAsking = false;
-        m_askedAbout = recordsOf(m_pConnectionTblTreeWidget->selectedItems());
+        m_askedAbout = rows::recordsOf(m_pConnectionTblTreeWidget->selectedItems());
     }
     for (int row = 0; row < m_pConnectionTblTreeWidget->rowCount(); ++row) {
         const QTableWidgetItem *const item = m_pConnectionTblTreeWidget->item(row, 0);
@@ -501,7 +408,7 @@ void ConnectionHistoryDlg::ReleaseTable()
             TRACE(trace::ArgIsNull);
             return;
         }
-        delete linkedRecord(*item);
+        delete rows::linkedRecord(*item);
     }
     TRACE(trace::EndFileBlank);
 }
@@ -589,7 +496,7 @@ void ConnectionHistoryDlg::onDelete()
         return;
     }
     QList<QTableWidgetItem *> selected = m_pConnectionTblTreeWidget->selectedItems();
-    if (selected.count() / s_columnCount == 0)
+    if (selected.count() / rows::columnCount == 0)
         return;
     const unsigned int filling = m_filling;
     const QPointer<ConnectionHistoryDlg> self(this);
@@ -601,7 +508,7 @@ void ConnectionHistoryDlg::onDelete()
     if (isAgreed && m_filling != filling) {
         // A connection ended meanwhile and the rows are new ones. The answer counts only if it still means the same.
         selected = m_pConnectionTblTreeWidget->selectedItems();
-        isAgreed = !m_askedAbout.isEmpty() && isSame(recordsOf(selected), m_askedAbout);
+        isAgreed = !m_askedAbout.isEmpty() && rows::isSame(rows::recordsOf(selected), m_askedAbout);
     }
     m_askedAbout = QVector<ConnectionRecord>();
     if (isAgreed)
@@ -619,25 +526,25 @@ void ConnectionHistoryDlg::deleteSelected(const QList<QTableWidgetItem *> &selec
         rowOfItem.insert(m_pConnectionTblTreeWidget->item(row, 0), row);
 
     QVector<int> keys;
-    QVector<int> rows;
-    keys.reserve(selected.count() / s_columnCount);
-    rows.reserve(selected.count() / s_columnCount);
+    QVector<int> positions;
+    keys.reserve(selected.count() / rows::columnCount);
+    positions.reserve(selected.count() / rows::columnCount);
     for (int i = 0; i < selected.count(); ++i) {
-        if (const ConnectionRecord *const record = linkedRecord(*selected.at(i))) {
+        if (const ConnectionRecord *const record = rows::linkedRecord(*selected.at(i))) {
             keys.append(record->nId);
-            rows.append(rowOfItem.value(selected.at(i), -1));
+            positions.append(rowOfItem.value(selected.at(i), -1));
         }
     }
-    removeRows(rows);
+    removeRows(positions);
     removeRecords(keys);
 }
 
 /// From the last one up, so that no removal moves a row still to be removed.
-void ConnectionHistoryDlg::removeRows(QVector<int> rows)
+void ConnectionHistoryDlg::removeRows(QVector<int> positions)
 {
-    std::sort(rows.begin(), rows.end());
-    for (int i = static_cast<int>(rows.size()) - 1; i >= 0; --i)
-        m_pConnectionTblTreeWidget->removeRow(rows.at(i));
+    std::sort(positions.begin(), positions.end());
+    for (int i = static_cast<int>(positions.size()) - 1; i >= 0; --i)
+        m_pConnectionTblTreeWidget->removeRow(positions.at(i));
 }
 
 /// From the highest position down, since the service addresses its records by position. The remaining records keep

@@ -115,7 +115,7 @@ private:
     bool createMenuActions();
     bool isConfirmed(const QString &textId);
     void deleteSelected(const QList<QTableWidgetItem *> &selected);
-    void removeRows(QVector<int> rows);
+    void removeRows(QVector<int> positions);
     void removeRecords(QVector<int> keys);
 
     void discardSummary();
