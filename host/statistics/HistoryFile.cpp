@@ -9,6 +9,7 @@
 #include <sqlite3.h>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -67,6 +68,14 @@ bool holdsData(const std::string &path)
     return ::stat(path.c_str(), &status) == 0 && status.st_size > 0;
 }
 
+/// SQLite takes a file of one byte for an empty one and would write over it.
+bool holdsOneByte(const std::string &path)
+{
+    struct stat status {
+    };
+    return ::stat(path.c_str(), &status) == 0 && status.st_size == 1;
+}
+
 bool exists(const std::string &path)
 {
     struct stat status {
@@ -110,6 +119,24 @@ void makeFile(const std::string &path)
     syncFolder(folder);
 }
 
+/// What the system said when SQLite could not open a file at all; 0 when nothing is known.
+int systemCodeOfOpening(const std::string &path)
+{
+    if (std::filesystem::is_directory(path))
+        return EISDIR;
+    return ::access(path.c_str(), R_OK) != 0 ? errno : 0;
+}
+
+/// What the system said when an operation failed. SQLite may have lost it by then to a look for its log, so a write
+/// that failed in a process whose files must not grow is taken for one that made a file too large.
+int systemCodeOf(sqlite3 *handle, int sqliteCode)
+{
+    rlimit limit{};
+    const bool isBounded = ::getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+    const bool isWrite = sqliteCode == SQLITE_IOERR_WRITE || sqliteCode == SQLITE_IOERR_SHMSIZE;
+    return isBounded && isWrite ? EFBIG : sqlite3_system_errno(handle);
+}
+
 /// The name under which SQLite opens a file as one that nobody changes.
 std::string immutableName(const std::string &path)
 {
@@ -150,12 +177,11 @@ SQLite::Statement &HistoryFile::prepared(const char *sql)
 
 void HistoryFile::raise(const SQLite::Exception &error)
 {
-    int systemCode = m_database ? sqlite3_system_errno(m_database->getHandle()) : 0;
-    if (!m_database && ::access(m_path.c_str(), R_OK) != 0)
-        systemCode = errno;
+    const int code = error.getExtendedErrorCode();
+    const int systemCode = m_database ? systemCodeOf(m_database->getHandle(), code) : systemCodeOfOpening(m_path);
     if (m_version == 0)
         close();
-    throw sqliteError(error.getExtendedErrorCode(), systemCode, m_path, error.what());
+    throw sqliteError(code, systemCode, m_path, error.what());
 }
 
 void HistoryFile::open()
@@ -224,6 +250,8 @@ void HistoryFile::openHandle(const std::string &name, int flags)
 void HistoryFile::inspectHeader()
 {
     const FileHeader header = readHeader(m_database->getHandle());
+    if (header.fileSize == 0 && holdsOneByte(m_path))
+        throw fileError(ResultCode::Damaged, m_path);
     if (header.fileSize == 0)
         return;
     if (!header.isSqlite() || (header.applicationId() != 0 && header.applicationId() != historyApplicationId))

@@ -24,7 +24,10 @@ public:
     HistoryFixture(const HistoryFixture &) = delete;
     HistoryFixture &operator=(const HistoryFixture &) = delete;
 
-    QString file(const QString &name = QStringLiteral("history.sqlite")) const { return m_folder.filePath(name); }
+    QString file(const QString &name = QStringLiteral("history.sqlite")) const
+    {
+        return m_folder.path() + QLatin1Char('/') + name;
+    }
     std::string path() const { return file().toStdString(); }
 
     static QByteArray contents(const QString &name)
