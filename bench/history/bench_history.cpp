@@ -1,5 +1,6 @@
 // What the history page costs, against the toolkit's own floor: the same rows put into a bare table from ready-made
 // strings, in the same process. Prints each figure beside its bound and ends with status 1 when one is exceeded.
+#include "Bounds.h"
 #include "ConnectionHistoryDlg.h"
 #include "FakeHostUi.h"
 #include "FakeStatistics.h"
@@ -19,7 +20,6 @@
 #include <cstdio>
 #include <ctime>
 #include <malloc.h>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -242,41 +242,6 @@ double bytesLeakedBy(int rounds)
     plugin.OnDestroy();
     FakeHostUi::reset();
     return leaked;
-}
-
-/// Keeps the shortest time of every benchmark: what disturbs a measurement only ever makes it longer.
-class ShortestTimes : public benchmark::ConsoleReporter
-{
-public:
-    ShortestTimes() : benchmark::ConsoleReporter(OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run> &runs) override
-    {
-        for (const Run &run : runs) {
-            m_failed = m_failed || run.error_occurred;
-            if (run.run_type != Run::RT_Iteration)
-                continue;
-            const std::string name = run.run_name.function_name + '/' + run.run_name.args;
-            const double time = run.GetAdjustedRealTime();
-            const auto known = m_times.emplace(name, time).first;
-            known->second = std::min(known->second, time);
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    double of(const std::string &name) const { return m_times.at(name); }
-    bool failed() const { return m_failed; }
-
-private:
-    std::map<std::string, double> m_times;
-    bool m_failed = false;
-};
-
-bool isWithin(const char *what, double value, double bound)
-{
-    const bool isGood = value <= bound;
-    std::printf("%-62s %8.2f   allowed %8.2f   %s\n", what, value, bound, isGood ? "ok" : "EXCEEDED");
-    return isGood;
 }
 
 bool report(const ShortestTimes &times)
