@@ -129,7 +129,7 @@ void TestFaults::damagedInTheMiddle()
     const HistoryFixture fixture;
     fill(fixture, 2000);
     QByteArray bytes = HistoryFixture::contents(fixture.file());
-    const qsizetype middle = bytes.size() / 8192 * 4096;
+    const auto middle = bytes.size() / 8192 * 4096;
     bytes.replace(middle, 40960, QByteArray(40960, '\xA5'));
     QVERIFY(HistoryFixture::write(fixture.file(), bytes));
     QCOMPARE(codeOf([&] { ConnectionHistory(fixture.path()).list(); }), ResultCode::Damaged);
