@@ -41,7 +41,7 @@ class ProbePlugin : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "probe.json")
 
 public:
-    QObject *create(const QString &, const QString &specification) override { return new Probe(specification); }
+    QObject *create(const QString &, const QString &path) override { return new Probe(path); }
 };
 
 } // namespace
