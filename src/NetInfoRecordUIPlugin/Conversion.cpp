@@ -169,7 +169,7 @@ QDateTime stampValue(const QString &stamp)
         if (year >= 1900 && date.isValid() && time.isValid()) {
             const QDateTime value(date, time);
             // A time that the clocks skipped is the toolkit's to judge.
-            if (value.isValid() && value.time() == time)
+            if (value.isValid())
                 return value;
         }
     }
