@@ -28,14 +28,13 @@ class Host:
         self._summary = summary
         self._environment = environment or {}
         self._process = None
-        self._activate_after = 0
+        self._ask_again = {}
 
     def __enter__(self):
         self._settings.parent.mkdir(parents=True, exist_ok=True)
         self._settings.write_text(f'[Host]\nLanguage={self._language}\n\n[NetInfoRecordUIPlugin]\n'
                                   f'WhetherShowNotesbox={"true" if self._summary else "false"}\n')
         self._probe.unlink(missing_ok=True)
-        self._activate_after = time.monotonic() + 5
         environment = {**self.desktop.environment, **self._environment,
                        'QT_PLUGIN_PATH': str(BUILD / 'tests' / 'qtplugins'),
                        'QT_QPA_GENERIC_PLUGINS': f'netinfoprobe:{self._probe}'}
@@ -60,21 +59,26 @@ class Host:
         self.desktop.forget(self._process)
 
     def _main_window_in_use(self):
-        """The main window with the history page, once the window manager has placed it and given it the focus. On a
-        busy machine the window manager may give a new window neither; then it is asked again, as a user's click on a
-        task bar would."""
+        """The main window with the history page, once the window manager has placed it and given it the focus."""
         window = self.main_window()
         window.find(kind=TABLE)
-        in_use = self._if_in_use(window)
-        if not in_use and time.monotonic() > self._activate_after and int(window.id) in self.desktop.windows():
-            self._activate_after = time.monotonic() + 5
-            self.desktop.run('xdotool', 'windowmove', str(window.id), '60', '60', 'windowactivate', str(window.id))
-        return in_use
+        return self._if_in_use(window)
 
     def _if_in_use(self, window):
-        """The window if it has the focus and is on the display where the program believes it to be."""
-        managed = window.active and int(window.id) in self.desktop.windows()
-        return window if managed and self.desktop.place(window.id) == window.rect else None
+        """The window if it has the focus and is on the display where the program believes it to be. On a busy machine
+        the window manager may give a new window neither; then it is asked again after some seconds, as a user's click
+        on a task bar would."""
+        number = int(window.id)
+        if number not in self.desktop.windows():
+            return None
+        is_placed = self.desktop.place(window.id) == window.rect
+        if window.active and is_placed:
+            return window
+        if time.monotonic() > self._ask_again.setdefault(number, time.monotonic() + 5):
+            del self._ask_again[number]
+            move = [] if is_placed else ['windowmove', str(number), '60', '60']
+            self.desktop.run('xdotool', *move, 'windowactivate', str(number))
+        return None
 
     # -- looking -------------------------------------------------------------------------------------------------
 
