@@ -24,6 +24,7 @@ QByteArray codeText(ResultCode code)
 void fill(const HistoryFixture &fixture, int count)
 {
     std::vector<Record> records;
+    records.reserve(static_cast<std::size_t>(count));
     for (int number = 0; number < count; ++number)
         records.push_back(sampleRecord(number));
     ConnectionHistory(fixture.path()).add(records);

@@ -72,6 +72,7 @@ void TestTraces::allRemovedWhileOpen()
 {
     const HistoryFixture fixture;
     std::vector<Record> records;
+    records.reserve(500);
     for (int number = 0; number < 500; ++number)
         records.push_back(marked(number));
     ConnectionHistory(fixture.path()).add(records);
@@ -122,6 +123,7 @@ void TestTraces::removedByAKilledProcess()
 {
     const HistoryFixture fixture;
     std::vector<Record> records;
+    records.reserve(200);
     for (int number = 0; number < 200; ++number)
         records.push_back(marked(number));
     ConnectionHistory(fixture.path()).add(records);
