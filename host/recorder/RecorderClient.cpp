@@ -224,6 +224,8 @@ void RecorderClient::Private::ended(const Announcement &connection)
         emit q->leftoverClosed(connection);
 }
 
+ClientOptions::ClientOptions() = default;
+
 RecorderClient::RecorderClient(const ClientOptions &options, QObject *parent) : QObject(parent)
 {
     ClientOptions complete = options;

@@ -9,6 +9,8 @@
 namespace recorder {
 
 struct ClientOptions {
+    ClientOptions(); // out of line: inlined, the compiler takes an empty std::function for an uninitialised one
+
     RecorderOptions recorder;
     /// Where recorders meet. Not connected: this process records if the history's lock is free.
     QDBusConnection sessionBus = QDBusConnection::sessionBus();
