@@ -16,6 +16,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -92,6 +93,11 @@ template <std::size_t Size> void writeNumber(char (&slot)[Size], std::int64_t nu
     *std::to_chars(slot, slot + Size - 1, number).ptr = '\0';
 }
 
+template <std::size_t Size> void writeText(char (&slot)[Size], std::string_view text)
+{
+    slot[text.copy(slot, Size - 1)] = '\0';
+}
+
 double secondsSince(std::chrono::steady_clock::time_point begin)
 {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
@@ -140,8 +146,8 @@ void bareReadsAll(benchmark::State &state)
             writeNumber(record.connectedTime, sqlite3_column_int64(rows, 3));
             writeNumber(record.uploaded, sqlite3_column_int64(rows, 4));
             writeNumber(record.downloaded, sqlite3_column_int64(rows, 5));
-            std::strcpy(record.aux1, sqlite3_column_int(rows, 6) == 0 ? "exact" : "resumed");
-            std::strcpy(record.aux2, sqlite3_column_int(rows, 7) == 0 ? "unknown" : "user");
+            writeText(record.aux1, sqlite3_column_int(rows, 6) == 0 ? "exact" : "resumed");
+            writeText(record.aux2, sqlite3_column_int(rows, 7) == 0 ? "unknown" : "user");
         }
         if (count != recordCount)
             state.SkipWithError("not all records were read");
@@ -224,9 +230,7 @@ benchmark::internal::Benchmark *addBenchmark(const char *name, void (*function)(
     return benchmark::RegisterBenchmark(name, function)->Iterations(1)->Repetitions(5)->Unit(benchmark::kMillisecond);
 }
 
-} // namespace
-
-int main(int argc, char **argv)
+bool measure(int argc, char **argv)
 {
     const Folder folder;
     s_original = folder.file("history.sqlite");
@@ -245,5 +249,17 @@ int main(int argc, char **argv)
 
     ShortestTimes times;
     benchmark::RunSpecifiedBenchmarks(&times);
-    return report(times) ? 0 : 1;
+    return report(times);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    try {
+        return measure(argc, argv) ? 0 : 1;
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "bench_statistics: %s\n", error.what());
+        return 2;
+    }
 }
